@@ -1,0 +1,54 @@
+# What every target of the project shares, and the three functions that declare targets.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(TARVOLINE_PROGRAMA "${CMAKE_BINARY_DIR}/share/tarvoline")
+
+option(TARVOLINE_WERROR "Treat warnings as errors" OFF)
+option(TARVOLINE_IPO "Link-time optimisation of the programs" OFF)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
+                    -Woverloaded-virtual -Wimplicit-fallthrough)
+if(TARVOLINE_WERROR)
+  add_compile_options(-Werror)
+endif()
+
+# tarvoline_biblioteca(<folder> SOURCES ... LINK ...): the library of one floor's folder, tarvoline::<folder>.
+function(tarvoline_biblioteca nombre)
+  cmake_parse_arguments(A "" "" "SOURCES;LINK;PRIVATE" ${ARGN})
+  add_library(tarvoline_${nombre} STATIC ${A_SOURCES})
+  add_library(tarvoline::${nombre} ALIAS tarvoline_${nombre})
+  target_include_directories(tarvoline_${nombre} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+  target_link_libraries(tarvoline_${nombre} PUBLIC ${A_LINK} PRIVATE ${A_PRIVATE})
+endfunction()
+
+# tarvoline_programa(<name> SOURCES ... LINK ...): a program in build/<preset>/bin.
+function(tarvoline_programa nombre)
+  cmake_parse_arguments(A "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(${nombre} ${A_SOURCES})
+  target_include_directories(${nombre} PRIVATE "${PROJECT_SOURCE_DIR}/src")
+  target_link_libraries(${nombre} PRIVATE ${A_LINK})
+endfunction()
+
+# tarvoline_prueba(<name> SOURCES ... LINK ... [LABELS ...] [ENV ...] [NEEDS programs]): a GoogleTest program whose
+# cases CTest runs one by one. A program without a case fails the build (see cmake/descubrir).
+function(tarvoline_prueba nombre)
+  cmake_parse_arguments(A "" "TIMEOUT" "SOURCES;LINK;LABELS;ENV;NEEDS" ${ARGN})
+  if(NOT A_TIMEOUT)
+    set(A_TIMEOUT 120)
+  endif()
+  add_executable(${nombre} ${A_SOURCES})
+  target_include_directories(${nombre} PRIVATE "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}/tests")
+  target_compile_definitions(${nombre} PRIVATE
+    TARVOLINE_BIN="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}" TARVOLINE_PROGRAMA="${TARVOLINE_PROGRAMA}")
+  target_link_libraries(${nombre} PRIVATE ${A_LINK} GTest::gtest_main GTest::gmock)
+  set_target_properties(${nombre} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+  if(A_NEEDS)
+    add_dependencies(${nombre} ${A_NEEDS})
+  endif()
+  gtest_discover_tests(${nombre} DISCOVERY_TIMEOUT 60
+    PROPERTIES TIMEOUT ${A_TIMEOUT} LABELS "${A_LABELS}" ENVIRONMENT "${A_ENV}")
+endfunction()

@@ -1,0 +1,51 @@
+// The folders of the program, and how a path comes apart.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/ajustes.h"
+#include "platform/archivos.h"
+
+namespace tarvoline::core {
+
+struct PartesRuta {
+    std::string directorio;  // with its final separator; "" when there is none
+    std::string nombre;      // without extension
+    std::string extension;   // without point; "" when there is none
+};
+
+// Splits at the last separator ("\" or "/") and the last point behind it.
+PartesRuta SepararRuta(std::string_view ruta);
+std::string SoloNombre(std::string_view ruta);  // name with extension
+bool contieneSeparador(std::string_view ruta);
+std::string conSeparadorFinal(std::string_view carpeta);  // "" stays ""
+
+class Carpetas {
+  public:
+    // `raizTemporal` is the folder below which "Veldorix" is made (platform::carpetaTemporal()).
+    Carpetas(platform::SistemaArchivos& archivos, Ajustes& ajustes, std::string raizTemporal);
+
+    // The program's temporary folder (made when missing, readable by its user only) and `resto` behind it,
+    // with one separator between them. The empty name gives the folder without final separator.
+    std::string CarpetaTemporal(std::string_view resto = {}) const;
+    // CarpetaTemporal("\Tarvoline\"), made when missing: where archives wait and downloads land.
+    std::string carpetaTransferencia() const;
+    std::string CarpetaUsuario(std::string_view nombre = {}) const;
+    std::string CarpetaComun(std::string_view nombre = {}) const;
+    // Setting "Directory", or the folder that belongs to the running program. With final separator.
+    std::string DirectorioPrograma() const;
+    // Makes the folder with its parents; errors are ignored.
+    void CrearDirectorios(std::string_view ruta) const;
+    // Makes DATOS_DIR (for "VXCRM") or Directory the process's current directory; errors are ignored.
+    void PonerDirectorioDatos(std::string_view producto) const;
+    // True when the file opens for reading.
+    bool ArchivoExiste(std::string_view ruta) const;
+
+  private:
+    platform::SistemaArchivos& archivos_;
+    Ajustes& ajustes_;
+    std::string raizTemporal_;
+};
+
+}  // namespace tarvoline::core

@@ -1,0 +1,114 @@
+// What the window shows, as plain data with a change notice: workflows write it, the window paints it, tests
+// read it. No rule of a widget lives anywhere else.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvoline::core {
+
+// The view by its index; the history has no kind of content.
+enum class Opcion { veldorix = 0, personal = 1, historico = 2, vxcrm = 3 };
+
+// The captions of the view selector, in its order, and the views they stand for.
+inline constexpr std::array<std::string_view, 4> nombresVista = {"Empresas Veldorix", "Empresas CRM",
+                                                                 "Archivos Personales", "Historico"};
+inline constexpr std::array<Opcion, 4> opcionDeVista = {Opcion::veldorix, Opcion::vxcrm, Opcion::personal,
+                                                        Opcion::historico};
+
+// The grid: nine columns of text, one heading row. Rows and columns count from 0, row 0 being the headings.
+class Rejilla {
+  public:
+    static constexpr int columnas = 9;
+    using Fila = std::array<std::string, columnas>;
+    enum class Alineacion { izquierda, centro };
+
+    int filas() const { return static_cast<int>(filas_.size()); }  // with the heading
+    void ponerFilas(int cuantas) { filas_.resize(static_cast<std::size_t>(cuantas)); }
+    void vaciar();                                              // no rows, no headings
+    const std::string& celda(int fila, int columna) const;      // "" outside the grid
+    void ponerCelda(int fila, int columna, std::string texto);  // outside the grid: nothing
+    void quitarFila(int fila);
+    // Sorts the data rows by one column, ascending or descending, keeping the order of equal rows. As text by
+    // code point, or as numbers.
+    void ordenar(int columna, bool ascendente, bool comoNumero);
+
+    int Row = 0;  // current row and the other end of the selection; 0 = nothing chosen
+    int RowSel = 0;
+    // Width of each column as a share of the grid, in thousandths; -1 takes what is left.
+    std::array<int, columnas> anchos{};
+    std::array<Alineacion, columnas> alineacion{};
+
+  private:
+    std::vector<Fila> filas_;
+};
+
+// The gauge as painted: a bar of `porcentaje` (0..100) with its figure.
+struct Medidor {
+    bool visible = false;
+    int porcentaje = 0;
+};
+
+// What a transfer is doing, for the panel beside the gauge. Counts in bytes.
+struct Transferencia {
+    bool activa = false;
+    bool subida = false;
+    std::string nombre;
+    long long hecho = 0;
+    long long total = 0;
+    int piezas = 0;                  // pieces done in this run
+    double segundos = 0;             // since the first piece
+    bool esperandoServicio = false;  // a call is under way
+    double esperaDesde = 0;          // seconds since that call began, by the steady clock
+};
+
+enum class Parte {
+    rejilla,
+    carpetas,
+    lista,
+    opcion,
+    etiquetas,
+    medidor,
+    panel,
+    bloqueo,
+    titulo,
+    transferencia
+};
+
+class Vista {
+  public:
+    Rejilla fx1;
+    std::vector<std::string> carpetas;  // the user's service folders
+    int carpetaElegida = -1;            // index into it; -1 = none
+    std::string textoCarpetas;          // the combo's text
+    std::vector<std::string> List1;     // file names as stored, behind the grid
+    int elegidoList1 = -1;
+    Opcion Option1 = Opcion::veldorix;
+
+    // Labels under their own names.
+    std::string NombreArchivo, Progreso, Tamaño;
+    std::array<std::string, 2> LbCapacidad;
+    bool capacidadRoja = false;
+    std::string lbtotalocupado;
+    std::string titulo;  // caption of the window
+
+    Medidor medidor;
+    Transferencia transferencia;
+    int panel = 99;          // transfer panel: 0 preparing, 1 upload, 2 download, 99 none
+    bool bloqueada = false;  // folder list, toolbar and grid disabled
+    bool habilitada = true;  // every control but the toolbar (terms refused: false)
+    bool ocupada = false;    // a workflow runs; entries return at once
+
+    // Called after each change, with what changed. At most one listener; empty = nobody looks.
+    std::function<void(Parte)> alCambiar;
+    void avisar(Parte parte) const {
+        if (alCambiar) {
+            alCambiar(parte);
+        }
+    }
+};
+
+}  // namespace tarvoline::core

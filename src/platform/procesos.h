@@ -1,0 +1,42 @@
+// Processes of this user, the second-instance test, and opening documents and programs.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/archivos.h"
+
+namespace tarvoline::platform {
+
+// Opens a document, folder or URL with the desktop's own handler. False when there is none or it cannot be
+// started.
+bool abrirDocumento(std::string_view rutaOUrl);
+
+// Starts a program that goes on when this one ends. False when it cannot be started.
+bool arrancarPrograma(std::string_view programa, const std::vector<std::string>& argumentos);
+
+// Ends at once, without a question, every process of this user whose name contains `texto` (case ignored; a
+// final
+// ".exe" of `texto` may be missing in the process's name, which then must be exactly equal). Never this
+// process. Returns how many were ended.
+int terminarProcesos(std::string_view texto);
+
+int procesoPropio();
+
+// Marks this process as an instance of the program for this user, for as long as the object lives.
+class MarcaInstancia {
+  public:
+    virtual ~MarcaInstancia() = default;
+    // True when another process holds a mark now.
+    virtual bool hayOtra() = 0;
+    // Asks for the mark of an only instance, without waiting. False: another instance runs. On true other
+    // marks may be taken again at once; the test and the taking are one step.
+    virtual bool soyLaUnica() = 0;
+};
+
+// `ruta` is the lock file that all instances share; it is made when missing.
+std::unique_ptr<MarcaInstancia> crearMarcaInstancia(SistemaArchivos& archivos, std::string ruta);
+
+}  // namespace tarvoline::platform
