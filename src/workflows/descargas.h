@@ -1,0 +1,19 @@
+// Stored files down, and looked at.
+#pragma once
+
+#include <string_view>
+
+#include "workflows/flujos.h"
+
+namespace tarvoline::workflows {
+
+class Descargas : public Flujo {
+  public:
+    using Flujo::Flujo;
+
+    void Descargar_Click();
+    void fx1_DblClick();
+    void List1_Click(int indice);
+};
+
+}  // namespace tarvoline::workflows

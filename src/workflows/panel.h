@@ -1,0 +1,39 @@
+// The transfer panel, the lock of the window's controls, and the frame that every entry of a person runs in.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+#include "workflows/flujos.h"
+
+namespace tarvoline::workflows {
+
+class Panel : public Flujo {
+  public:
+    using Flujo::Flujo;
+
+    // Folder list, toolbar and grid; Stop stays within reach in either case.
+    void Desabilitar_Formulario(bool estado);
+    // 0 preparing, 1 upload, 2 download, 99 none (and the labels of the transfer emptied).
+    void Adaptar_imagenes(int modo);
+    // Name without folder, "actual / total" in grouped digits, the total in the display unit.
+    void MostrarProgreso(std::string_view nombre, std::int64_t total, std::int64_t actual);
+    // "Zip" while a company is packed; limpiarProgreso empties the labels.
+    void MostrarEmpaquetado(std::string_view nombre);
+    void limpiarProgreso();
+    // The gauge (core/barra.h) on the window's view.
+    void Barra(double valor, double total = 0);
+    void Turno() { entorno_.escritorio.Turno(); }
+
+    // Runs one entry of the person (a button, a picture, a double click): returns at once while another runs
+    // or the views are being refreshed; else clears the flags of the run before, runs `accion`, and on the
+    // way out puts pointer, lock, gauge and panel back. What `accion` throws is shown as a warning titled
+    // "Tarvoline". Returns whether `accion` ran to its end.
+    bool entrada(const std::function<void()>& accion);
+
+  private:
+    void restaurar();
+};
+
+}  // namespace tarvoline::workflows

@@ -1,0 +1,24 @@
+// One company, chosen by the person, from the file dialog to the history line.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "workflows/flujos.h"
+
+namespace tarvoline::workflows {
+
+class SubidaEmpresa : public Flujo {
+  public:
+    using Flujo::Flujo;
+
+    // Text for the person; "" for nothing to say.
+    std::string SubirUnaEmpresa();
+    void SubirEmpresa_Click();
+
+  private:
+    std::string subirVeldorix();
+    std::string subirVXCRM();
+};
+
+}  // namespace tarvoline::workflows
