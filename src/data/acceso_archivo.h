@@ -1,0 +1,24 @@
+// One operation on a company file: open shared, do it, close, and try again while another program holds what
+// it needs.
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "data/capa_datos.h"
+#include "platform/archivos.h"
+
+namespace tarvoline::data {
+
+using OperacionArchivo = std::function<void(platform::Archivo&)>;
+
+// Opens the file for reading, runs `leer` and closes it. A held range is waited for, at most
+// CapaDatos::reintentosEmpresa times. False when the tries are used up or the file cannot be read at all.
+bool leerEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& leer);
+
+// The same for reading and writing, the whole file being locked with gMultiusuario while `cambiar` runs.
+// Throws ErrorArchivo permisoDenegado when the lock could not be had: without it nothing is changed. Another
+// failure is told to CapaDatos::avisar and gives false.
+bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar);
+
+}  // namespace tarvoline::data

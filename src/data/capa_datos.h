@@ -1,0 +1,62 @@
+// The program-wide state of the data layer, one object a process: what it works with, and the company in
+// force.
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "core/ajustes.h"
+#include "core/carpetas.h"
+#include "data/cabecera_empresa.h"
+#include "platform/archivos.h"
+#include "platform/reloj.h"
+
+namespace tarvoline::data {
+
+// The company that routines work on when none is named. A session of the link keeps its own and copies it
+// to CapaDatos::enVigor before each operation, so that several sessions share one data layer.
+struct EmpresaEnVigor {
+    std::string gDirectorioEmpresa;  // with final separator
+    std::string gEmpresaActual;      // two-character number; "" = no company is open
+    std::string gArchivoEmpresa;     // full path of the `.QZT` file
+    CabeceraEmpresa cabecera;        // as read when the company was opened
+
+    // Length of each account level, by level (index 0 unused): 1-5 the digits of NIVEL, 6 and 7 AUX1 and
+    // AUX2, 8 AUX3.
+    std::array<int, 9> gNiveles{};
+    // The same of the analytic accounts, 0-5; all zero when the company keeps none.
+    std::array<int, 9> gNivelesAnalitica{};
+
+    bool abierta() const { return !gEmpresaActual.empty(); }
+};
+
+// Tries on a company file that is held or fails, and the longest wait of one of them for a held range.
+struct Reintentos {
+    int intentos = 1000;
+    std::chrono::milliseconds espera{10};
+};
+
+struct CapaDatos {
+    // All are borrowed and must outlive this object.
+    platform::SistemaArchivos& archivos;
+    core::Ajustes& ajustes;
+    core::Carpetas& carpetas;
+    platform::Reloj& reloj;
+
+    EmpresaEnVigor enVigor{};
+    // Other programs may be at the same company: switches byte-range locks on. Raised when the first company
+    // is opened, never lowered.
+    bool gMultiusuario = false;
+    // Decimals that Redondear takes when it is given none.
+    int gDecimalesMoneda = 2;
+    Reintentos reintentosEmpresa{};
+    // Takes what was passed over without an error, for the log. Empty: the text goes to standard error.
+    std::function<void(std::string_view)> alAvisar{};
+
+    void avisar(std::string_view texto) const;
+};
+
+}  // namespace tarvoline::data
