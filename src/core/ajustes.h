@@ -30,7 +30,8 @@ class Ajustes {
     explicit Ajustes(platform::ArbolAjustes& usuario, platform::ArbolAjustes* maquina = nullptr)
         : usuario_(usuario), maquina_(maquina) {}
 
-    // Missing or a single blank: `defecto`. Throws platform::ErrorAjustes when the store cannot be read.
+    // Missing, empty or a single blank: `defecto`, as it stands. Throws platform::ErrorAjustes when the store
+    // cannot be read.
     ValorAjuste LeerRegistro(std::string_view clave, std::string_view seccion = {},
                              std::string_view defecto = {}, std::string_view producto = {}) const;
     // An empty value is stored as one blank. Throws platform::ErrorAjustes when the store cannot be written.

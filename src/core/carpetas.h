@@ -25,15 +25,22 @@ class Carpetas {
   public:
     // `raizTemporal` is the folder below which "Veldorix" is made (platform::carpetaTemporal()).
     Carpetas(platform::SistemaArchivos& archivos, Ajustes& ajustes, std::string raizTemporal);
+    // For a program that stands in another folder than the running one (tests).
+    Carpetas(platform::SistemaArchivos& archivos, Ajustes& ajustes, std::string raizTemporal,
+             std::string carpetaEjecutable);
 
     // The program's temporary folder (made when missing, readable by its user only) and `resto` behind it,
-    // with one separator between them. The empty name gives the folder without final separator.
+    // with one separator between them. The empty name gives the folder without final separator. A folder that
+    // cannot be made is no error here: whoever opens a file in it gets one.
     std::string CarpetaTemporal(std::string_view resto = {}) const;
     // CarpetaTemporal("\Tarvoline\"), made when missing: where archives wait and downloads land.
     std::string carpetaTransferencia() const;
+    // "QZ/Veldorix/5" of the user's data folder, or of the one that all users share (of the user's settings
+    // folder where that one cannot be written), made when missing; `nombre` behind it.
     std::string CarpetaUsuario(std::string_view nombre = {}) const;
     std::string CarpetaComun(std::string_view nombre = {}) const;
-    // Setting "Directory", or the folder that belongs to the running program. With final separator.
+    // Setting "Directory"; without one "../share/tarvoline/" beside the folder of the running program where
+    // that exists, else the program's folder itself. With final separator.
     std::string DirectorioPrograma() const;
     // Makes the folder with its parents; errors are ignored.
     void CrearDirectorios(std::string_view ruta) const;
@@ -46,6 +53,7 @@ class Carpetas {
     platform::SistemaArchivos& archivos_;
     Ajustes& ajustes_;
     std::string raizTemporal_;
+    std::string carpetaEjecutable_;
 };
 
 }  // namespace tarvoline::core

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/idioma.h"
+#include "core/resumen_ejecucion.h"
 
 namespace tarvoline::core {
 
@@ -71,6 +72,9 @@ struct Estado {
 
     // Extra personal files that go up with a company, 1..999; nothing fills it at present.
     std::vector<std::string> gArchivosPersonales;
+
+    // What the unattended run has done so far, for its status file (core/estado_ejecucion.h).
+    ResumenEjecucion resumen;
 };
 
 // Phrases of the history lines, by index.

@@ -38,7 +38,8 @@ std::size_t longitudTexto(std::string_view utf8);
 // `cuantos` characters from `desde`, which counts from 1; what lies outside is left out.
 std::string Mid(std::string_view utf8, std::size_t desde, std::size_t cuantos = std::string_view::npos);
 
-// Case of Spanish and other Latin letters, not of ASCII alone.
+// Case of the letters of Latin-1 and Latin Extended-A, not of ASCII alone. "ß" and letters whose other case
+// lies elsewhere ("µ", "ƒ") stay; bytes that are no UTF-8 stay.
 std::string Mayusculas(std::string_view utf8);
 std::string Minusculas(std::string_view utf8);
 bool igualSinCaja(std::string_view a, std::string_view b);
@@ -49,15 +50,18 @@ bool empiezaPor(std::string_view texto, std::string_view comienzo);
 inline bool esError(std::string_view texto) {
     return texto.substr(0, 5) == "ERROR";
 }
+// `n` separators give n + 1 parts: an empty text gives one empty part. An empty separator divides nothing.
 std::vector<std::string> Partir(std::string_view texto, std::string_view separador);
+// Every `viejo`, from left to right and never inside a replacement. An empty `viejo` changes nothing.
 std::string Sustituir(std::string_view texto, std::string_view viejo, std::string_view nuevo);
 
 // The leading number of a text: blanks, tabs and line feeds are passed over wherever they stand, then an
-// optional sign, digits, one point, an exponent; the first other character ends it. 0 when there is none.
+// optional sign, digits, one point, an exponent; the first other character ends it. 0 when there is none, and
+// for a number that is too large for a double.
 double Val(std::string_view texto);
 // Val as a 32-bit integer, rounded half to even; what does not fit gives 0.
 std::int32_t ValEntero(std::string_view texto);
-// A number in `digitos` or more decimal digits, filled with zeros.
+// A number in `digitos` or more decimal digits, filled with zeros behind its sign.
 std::string conCeros(std::int64_t numero, int digitos);
 
 }  // namespace tarvoline::core

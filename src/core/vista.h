@@ -27,10 +27,12 @@ class Rejilla {
     enum class Alineacion { izquierda, centro };
 
     int filas() const { return static_cast<int>(filas_.size()); }  // with the heading
-    void ponerFilas(int cuantas) { filas_.resize(static_cast<std::size_t>(cuantas)); }
-    void vaciar();                                              // no rows, no headings
-    const std::string& celda(int fila, int columna) const;      // "" outside the grid
-    void ponerCelda(int fila, int columna, std::string texto);  // outside the grid: nothing
+    void ponerFilas(int cuantas);                                  // with the heading; new rows are empty
+    void vaciar();                                                 // no rows, no headings, nothing chosen
+    const std::string& celda(int fila, int columna) const;         // "" outside the grid
+    void ponerCelda(int fila, int columna, std::string texto);     // outside the grid: nothing
+    // A data row; the heading cannot be removed. Row and RowSel stay: who removes decides what is chosen
+    // next.
     void quitarFila(int fila);
     // Sorts the data rows by one column, ascending or descending, keeping the order of equal rows. As text by
     // code point, or as numbers.
@@ -43,6 +45,8 @@ class Rejilla {
     std::array<Alineacion, columnas> alineacion{};
 
   private:
+    bool dentro(int fila, int columna) const;
+
     std::vector<Fila> filas_;
 };
 
