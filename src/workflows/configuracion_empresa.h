@@ -2,6 +2,8 @@
 #pragma once
 
 #include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,32 +15,42 @@ namespace tarvoline::workflows {
 class ConfiguracionEmpresa : public Flujo {
   public:
     using Flujo::Flujo;
+    ~ConfiguracionEmpresa();
 
     // With an empty path: the session's user, else the active company. A nested call returns at once.
     void CargarConfiguracionEmpresa(std::string_view ruta);
     // The VELDORIX branch: reads the company file at `ruta`. A company that cannot be opened counts as not
     // configured.
     void LeerConfiguracionArchivoEmpresa(std::string_view ruta);
-    // The value behind the first "=" of the first text line that begins with `clave` (case ignored), read
-    // from the whole company file `contenido` (Windows-1252); "" or no such line gives `defecto`.
+    // True when the last company stayed closed for want of its password.
+    bool claveRechazada() const { return claveRechazada_; }
+
+    // Opens `ruta`; while it wants a password, tries the remembered ones in their order and asks for one at
+    // the first empty place (`pedir`; nothing = cancelled). Throws link::ErrorEnlace when the company stays
+    // closed, FinDePrograma when a person cancels the prompt.
+    using Pregunta = std::function<std::optional<std::string>()>;
+    void AbrirConClaves(link::Enlace& enlace, std::string_view ruta, const Pregunta& pedir);
+    // The company that the setting `ACTIVE` names, by the loop above.
+    void AbrirEmpresaActiva(link::Enlace& enlace);
+    // The core's own instance of the link; made on first use.
+    link::Enlace& gEnlace();
+
+    // The value behind the first "=" of the first text line of a company file (Windows-1252, from byte 1025
+    // on) that begins with `clave`, case ignored; `defecto` when there is none or it is empty.
     static std::string LeerClaveFichero(std::string_view contenido, std::string_view clave,
                                         std::string_view defecto);
 
-    // Opens `ruta`; while it wants a password, tries and asks for the remembered ones in their order. `pedir`
-    // shows the prompt (nothing = cancelled). Throws link::ErrorEnlace when it stays closed, FinDePrograma
-    // when a person cancels the prompt.
-    void AbrirConClaves(link::Enlace& enlace, std::string_view ruta,
-                        const std::function<std::optional<std::string>()>& pedir);
-    // The company that the setting `ACTIVE` names, by the loop above.
-    void AbrirEmpresaActiva(link::Enlace& enlace);
-    // The core's own instance of the link.
-    link::Enlace& gEnlace();
-
   private:
-    void cargarVXCRM(std::string_view ruta);
-    std::string rutaActiva();
+    void cargarVXCRM(std::string_view ruta, bool activa);
+    void leerEmpresaAbierta(link::Enlace& enlace, std::string_view contenido);
+    void leerAdjuntos(link::Enlace& enlace);
+    std::string rutaActiva() const;
+    std::optional<std::string> pedirClave(std::string_view ruta);
+
     std::unique_ptr<link::Enlace> gEnlace_;
     bool cargando_ = false;
+    bool claveRechazada_ = false;
+    bool avisadoSinEmpresa_ = false;
 };
 
 }  // namespace tarvoline::workflows

@@ -1,7 +1,7 @@
 // Stored files down, and looked at.
 #pragma once
 
-#include <string_view>
+#include <string>
 
 #include "workflows/flujos.h"
 
@@ -14,6 +14,9 @@ class Descargas : public Flujo {
     void Descargar_Click();
     void fx1_DblClick();
     void List1_Click(int indice);
+
+  private:
+    void abrir(const std::string& nombre);
 };
 
 }  // namespace tarvoline::workflows

@@ -1,8 +1,10 @@
 // One company, chosen by the person, from the file dialog to the history line.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "workflows/flujos.h"
 
@@ -19,6 +21,10 @@ class SubidaEmpresa : public Flujo {
   private:
     std::string subirVeldorix();
     std::string subirVXCRM();
+    std::optional<std::string> elegirEmpresa();
+    bool aceptaUsuario();
+    std::string subirConPersonales(const std::string& zip);
+    std::vector<std::string> empresasVXCRM();
 };
 
 }  // namespace tarvoline::workflows

@@ -1,0 +1,77 @@
+#include "workflows/descargas.h"
+
+#include "core/texto.h"
+#include "workflows/historico.h"
+#include "workflows/listados.h"
+#include "workflows/panel.h"
+#include "workflows/temporales.h"
+#include "workflows/transferencia.h"
+
+namespace tarvoline::workflows {
+
+namespace {
+
+constexpr int textoNoCompletado = 1227;
+constexpr int textoAbrir = 2244;
+constexpr int columnaNombre = 2;
+constexpr int columnaDescripcion = 3;
+constexpr int columnaTamano = 5;
+
+}  // namespace
+
+void Descargas::Descargar_Click() {
+    auto& panel = flujos_.panel();
+    panel.entrada([&] {
+        panel.Desabilitar_Formulario(false);
+        const auto tipo = flujos_.listados().VistaActual();
+        if (tipo.empty()) {
+            return;
+        }
+        try {
+            if (flujos_.transferencia().DescargarArchivo(tipo, {})) {
+                const auto nombre = core::Recortar(vista().fx1.celda(vista().fx1.Row, columnaNombre));
+                flujos_.historico().GrabarEntradaHistorico(
+                    estado().gUsuario + estado().gTextosHistorico[core::haBajadoArchivo] + nombre);
+            }
+        } catch (const std::exception& error) {
+            entorno_.escritorio.Mensaje({std::string(error.what()) + "\r\n" + texto(textoNoCompletado),
+                                         core::Icono::exclamacion,
+                                         {}});
+        }
+    });
+}
+
+void Descargas::fx1_DblClick() {
+    auto& panel = flujos_.panel();
+    panel.entrada([&] {
+        const auto& rejilla = vista().fx1;
+        const auto nombre = core::Recortar(rejilla.celda(rejilla.Row, columnaNombre));
+        const auto pregunta = texto(textoAbrir) + " " + rejilla.celda(rejilla.Row, columnaDescripcion) +
+                              " = " + rejilla.celda(rejilla.Row, columnaTamano) + "?";
+        if (!entorno_.escritorio.Preguntar({pregunta, core::Icono::informacion, "Tarvoline"})) {
+            return;
+        }
+        abrir(nombre);
+    });
+}
+
+void Descargas::List1_Click(int indice) {
+    flujos_.panel().entrada([&] {
+        if (indice >= 0 && indice < static_cast<int>(vista().List1.size())) {
+            abrir(vista().List1[static_cast<std::size_t>(indice)]);
+        }
+    });
+}
+
+void Descargas::abrir(const std::string& nombre) {
+    auto& panel = flujos_.panel();
+    const auto tipo = flujos_.listados().VistaActual();
+    if (tipo.empty()) {
+        return;
+    }
+    panel.Desabilitar_Formulario(false);
+    flujos_.transferencia().AbrirArchivoServicio(tipo, flujos_.temporales().rutaDescarga(nombre));
+    panel.Desabilitar_Formulario(true);
+}
+
+}  // namespace tarvoline::workflows
