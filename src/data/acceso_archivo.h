@@ -15,6 +15,8 @@ using OperacionArchivo = std::function<void(platform::Archivo&)>;
 // Opens the file for reading, runs `leer` and closes it. A held range is waited for, at most
 // CapaDatos::reintentosEmpresa times. False when the tries are used up or the file cannot be read at all.
 bool leerEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& leer);
+// The same, for who cannot go on without: throws the last ErrorArchivo.
+void exigirEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& leer);
 
 // The same for reading and writing, the whole file being locked with gMultiusuario while `cambiar` runs.
 // Throws ErrorArchivo permisoDenegado when the lock could not be had: without it nothing is changed. Another

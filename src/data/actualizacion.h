@@ -12,6 +12,9 @@ namespace tarvoline::data {
 // The version of the files that this program writes and understands.
 inline constexpr float VersionDatos = 5.0F;
 
+// The answer of the check when all is well.
+inline constexpr std::string_view respuestaBien = "OK";
+
 // The nine tables of a company, as their files are named before the number.
 inline constexpr std::array<std::string_view, 9> tablasEmpresa = {"PLANC", "EXTRA", "DATOS", "IVA01", "EFECT",
                                                                   "PRESU", "COSTO", "PLANA", "ANALI"};

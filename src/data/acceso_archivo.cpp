@@ -1,0 +1,80 @@
+#include "data/acceso_archivo.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+
+namespace tarvoline::data {
+
+namespace {
+
+using platform::ErrorArchivo;
+using platform::TipoBloqueo;
+
+// A file that is held is free again in a moment; one that is missing or a full disk is not.
+bool puedePasar(const ErrorArchivo& error) {
+    return error.numero() == platform::error_archivo::permisoDenegado ||
+           error.numero() == platform::error_archivo::dispositivo;
+}
+
+// Waits for whoever holds part of an open file. A file that could not even be opened offers no range to wait
+// for.
+void esperarTurno(CapaDatos& capa, platform::Archivo* archivo, TipoBloqueo tipo) {
+    if (archivo == nullptr) {
+        std::this_thread::sleep_for(capa.reintentosEmpresa.espera / 10);
+    } else if (archivo->bloquear(platform::todoElArchivo, tipo, capa.reintentosEmpresa.espera)) {
+        archivo->desbloquear(platform::todoElArchivo);
+    }
+}
+
+// Opens, runs `paso` and closes, until it goes through or the tries are used up: then the last error stands.
+std::optional<ErrorArchivo> repetir(CapaDatos& capa, std::string_view ruta, platform::Apertura apertura,
+                                    const OperacionArchivo& paso) {
+    const auto tipo =
+        apertura == platform::Apertura::lectura ? TipoBloqueo::compartido : TipoBloqueo::exclusivo;
+    for (int intento = 1;; ++intento) {
+        std::unique_ptr<platform::Archivo> archivo;
+        try {
+            archivo = capa.archivos.abrir(ruta, apertura, platform::Comparticion::compartida);
+            paso(*archivo);
+            return std::nullopt;
+        } catch (const ErrorArchivo& error) {
+            if (!puedePasar(error) || intento >= capa.reintentosEmpresa.intentos) return error;
+        }
+        esperarTurno(capa, archivo.get(), tipo);
+    }
+}
+
+void avisarAbandono(const CapaDatos& capa, const ErrorArchivo& error) {
+    capa.avisar(error.ruta() + ": " + error.what());
+}
+
+}  // namespace
+
+bool leerEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& leer) {
+    const auto error = repetir(capa, ruta, platform::Apertura::lectura, leer);
+    if (error) avisarAbandono(capa, *error);
+    return !error;
+}
+
+void exigirEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& leer) {
+    if (const auto error = repetir(capa, ruta, platform::Apertura::lectura, leer)) throw *error;
+}
+
+bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar) {
+    const auto conBloqueo = [&](platform::Archivo& archivo) {
+        if (capa.gMultiusuario && !archivo.bloquear(platform::todoElArchivo, TipoBloqueo::exclusivo)) {
+            throw ErrorArchivo(platform::error_archivo::permisoDenegado, std::string(ruta),
+                               "another program holds the company file");
+        }
+        cambiar(archivo);  // the lock ends with the handle
+    };
+    const auto error = repetir(capa, ruta, platform::Apertura::escritura, conBloqueo);
+    if (!error) return true;
+    if (error->numero() == platform::error_archivo::permisoDenegado) throw *error;
+    avisarAbandono(capa, *error);
+    return false;
+}
+
+}  // namespace tarvoline::data

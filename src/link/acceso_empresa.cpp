@@ -1,0 +1,198 @@
+#include "link/acceso_empresa.h"
+
+#include <optional>
+
+#include "core/carpetas.h"
+#include "core/texto.h"
+#include "data/acceso_archivo.h"
+#include "data/actualizacion.h"
+#include "data/crear_empresa.h"
+#include "data/error_datos.h"
+#include "data/seccion_textos.h"
+#include "data/utilidades.h"
+#include "data/vista_nombrada.h"
+#include "link/error_enlace.h"
+
+namespace tarvoline::link {
+
+namespace {
+
+constexpr std::string_view sinFuente;
+constexpr std::string_view formaCreacion = "/C";
+constexpr std::string_view productoEmpresas = "VELDORIX";
+
+[[noreturn]] void fallarConEmpresa(std::uint32_t numero, std::string_view texto, const std::string& empresa) {
+    throw ErrorEnlace(numero, std::string(texto) + "\n" + empresa);
+}
+
+// "Errors are passed over at this statement": what happened goes to the log of the data layer.
+template <typename Paso>
+void pasandoErrores(const data::CapaDatos& capa, std::string_view donde, Paso&& paso) {
+    try {
+        paso();
+    } catch (const std::exception& error) {
+        capa.avisar(std::string(donde) + ": " + error.what());
+    }
+}
+
+// The digit at place `indice` (from 0) of a text of digits; 0 for anything else.
+int cifra(std::string_view texto, std::size_t indice) {
+    if (indice >= texto.size() || texto[indice] < '0' || texto[indice] > '9') return 0;
+    return texto[indice] - '0';
+}
+
+}  // namespace
+
+void AccesoEmpresa::LoadEmpresas() {
+    auto& ajustes = sesion_.contexto.ajustes();
+    sesion_.Empresas.clear();
+    auto directorio = ajustes.leerCarpeta("DATOS_DIR");
+    if (directorio.empty()) {
+        ajustes.usarMaquina(true);
+        directorio = ajustes.leerCarpeta("DATOS_DIR");
+    }
+    if (directorio.empty()) {
+        throw ErrorEnlace(error_enlace::noInstalado, "Veldorix no está instalado", std::string(sinFuente));
+    }
+    for (const auto& nombre : platform::listarMascara(sesion_.contexto.archivos(), directorio, "*.QZT")) {
+        sesion_.Empresas.push_back(directorio + nombre);
+    }
+}
+
+void AccesoEmpresa::AbrirEmpresa(std::string_view empresa, std::string_view clave) {
+    if (core::Mayusculas(clave).starts_with(formaCreacion)) {
+        crear(empresa, clave);
+        return;
+    }
+    sesion_.empresa.gArchivoEmpresa = rutaPedida(empresa);
+    comprobarArchivo();
+    leerCabecera();
+    comprobarClave(clave);
+    prepararNiveles();
+    sesion_.ponerEnVigor();
+    sesion_.contexto.carpetas().PonerDirectorioDatos(productoEmpresas);
+    conciliarDirectorioGlobal();
+    prepararNivelesAnalitica();
+    sesion_.ponerEnVigor();
+}
+
+void AccesoEmpresa::CerrarEmpresa() {
+    sesion_.empresa.gEmpresaActual.clear();
+    sesion_.ponerEnVigor();
+}
+
+void AccesoEmpresa::crear(std::string_view nombre, std::string_view opciones) {
+    try {
+        sesion_.empresa.gArchivoEmpresa =
+            data::CrearEmpresaArchivos(sesion_.contexto.datos(), nombre, opciones);
+    } catch (const data::ErrorDatos& error) {
+        throw ErrorEnlace(error.numero(), error.what(), error.fuente());
+    }
+    LoadEmpresas();
+}
+
+std::string AccesoEmpresa::rutaPedida(std::string_view empresa) const {
+    const auto& ajustes = sesion_.contexto.ajustes();
+    return data::rutaCabecera(ajustes, empresa.empty() ? ajustes.leer("Active") : std::string(empresa));
+}
+
+// Everything that can be said of the file before it is opened.
+void AccesoEmpresa::comprobarArchivo() const {
+    const auto& ruta = sesion_.empresa.gArchivoEmpresa;
+    const auto estado = sesion_.contexto.archivos().estado(ruta);
+    if (!estado || estado->esDirectorio) {
+        fallarConEmpresa(error_enlace::empresaNoExiste, "Empresa Veldorix no existe: ", ruta);
+    }
+    const auto respuesta = data::GuardaVersionDatos(sesion_.contexto.datos()).Comprobar(ruta);
+    if (respuesta != data::respuestaBien) {
+        throw ErrorEnlace(
+            error_enlace::versionPosterior,
+            respuesta + " - Debe actualizar Veldorix en todos los equipos que accedan a estos datos.",
+            std::string(sinFuente));
+    }
+    if (estado->longitud == 0) {
+        fallarConEmpresa(error_enlace::empresaNoExiste, "Empresa Veldorix no existe: ", ruta);
+    }
+}
+
+// From here on the session has a number, so it counts as open, whatever fails behind.
+void AccesoEmpresa::leerCabecera() {
+    auto& empresa = sesion_.empresa;
+    data::CabeceraEmpresa cabecera;
+    data::exigirEmpresa(sesion_.contexto.datos(), empresa.gArchivoEmpresa,
+                        [&](platform::Archivo& archivo) { cabecera = data::CabeceraEmpresa::leer(archivo); });
+    empresa.gEmpresaActual = cabecera.texto(data::cabecera::COMUN);
+    if (empresa.gEmpresaActual.size() < 2 || core::ValEntero(empresa.gEmpresaActual) == 0) {
+        fallarConEmpresa(error_enlace::numeroNoValido,
+                         "Número Empresa Veldorix no válido: ", empresa.gArchivoEmpresa);
+    }
+    sesion_.contexto.datos().gMultiusuario = true;
+    empresa.cabecera = cabecera;
+    empresa.gDirectorioEmpresa = core::SepararRuta(empresa.gArchivoEmpresa).directorio;
+}
+
+void AccesoEmpresa::comprobarClave(std::string_view clave) const {
+    constexpr int longitudClave = 4;
+    const auto& empresa = sesion_.empresa;
+    const auto esperada = data::DesenmascararClave(empresa.cabecera.ansi(data::cabecera::PASSWORD1));
+    if (esperada.empty() || esperada == clave) return;
+
+    std::optional<std::string> tecleada;
+    if (sesion_.opciones.pedirClave) {
+        tecleada = sesion_.opciones.pedirClave({.titulo = "Clave",
+                                                .texto = core::SoloNombre(empresa.gArchivoEmpresa),
+                                                .oculto = true,
+                                                .longitud = longitudClave});
+    }
+    if (!tecleada || core::Recortar(*tecleada).empty() || *tecleada != esperada) {
+        fallarConEmpresa(error_enlace::claveNoValida,
+                         "Password Empresa Veldorix no válido: ", empresa.gArchivoEmpresa);
+    }
+}
+
+void AccesoEmpresa::prepararNiveles() {
+    constexpr std::size_t nivelesPropios = 5;
+    auto& empresa = sesion_.empresa;
+    const auto nivel = empresa.cabecera.ansi(data::cabecera::NIVEL).bytes();
+    const auto auxiliar = empresa.cabecera.ansi(data::cabecera::AUX).bytes();
+    empresa.gNiveles.fill(0);
+    for (std::size_t i = 0; i < nivelesPropios; ++i) {
+        empresa.gNiveles[i + 1] = cifra(nivel, i);
+    }
+    empresa.gNiveles[6] = cifra(auxiliar, 0);
+    empresa.gNiveles[7] = cifra(auxiliar, 1);
+    empresa.gNiveles[8] = core::ValEntero(auxiliar.substr(2));
+}
+
+// "NivelesCosto": three level digits, two more when it has seven characters, and two for position 0.
+void AccesoEmpresa::prepararNivelesAnalitica() {
+    constexpr std::size_t formaLarga = 7;
+    auto& niveles = sesion_.empresa.gNivelesAnalitica;
+    niveles.fill(0);
+    data::VistaNombrada vista(sesion_.contexto.datos());
+    const auto texto = core::Recortar(vista.GetTotal("NivelesCosto"));
+    if (texto.empty()) return;
+    const std::size_t propios = texto.size() == formaLarga ? 5 : 3;
+    for (std::size_t i = 0; i < propios; ++i) {
+        niveles[i + 1] = cifra(texto, i);
+    }
+    niveles[0] = core::ValEntero(texto.size() < 2 ? texto : texto.substr(texto.size() - 2));
+}
+
+// The folder of the data that companies share stands in the settings and in each company: whichever has it
+// gives it to the other. A company that cannot be written opens all the same.
+void AccesoEmpresa::conciliarDirectorioGlobal() {
+    auto& datos = sesion_.contexto.datos();
+    pasandoErrores(datos, "GLOBAL_DIR", [&] {
+        data::VistaNombrada vista(datos);
+        const auto delAjuste = core::Recortar(datos.ajustes.leer("GLOBAL_DIR"));
+        const auto deLaEmpresa = core::Recortar(vista.GetTotal("Global_Dir"));
+        if (delAjuste.empty() && !deLaEmpresa.empty()) {
+            datos.ajustes.GrabarRegistro("Global_Dir", deLaEmpresa);
+        } else if (!delAjuste.empty() && deLaEmpresa.empty()) {
+            vista.PutTotal("Global_Dir", delAjuste);
+        }
+    });
+}
+
+}  // namespace tarvoline::link
