@@ -20,6 +20,7 @@ struct ClaveAjuste {
     std::string producto;
     std::string seccion;
     std::string clave;
+    bool operator==(const ClaveAjuste&) const = default;  // as spelled; the store compares folded names
 };
 
 struct Ajuste {
@@ -47,12 +48,14 @@ class ArbolAjustes {
     virtual void borrar(const ClaveAjuste& donde) = 0;
     // All values, in the order of the store.
     virtual std::vector<Ajuste> listar() = 0;
-    // Lines that could not be understood (kept as they are), for the log; emptied by the call.
+    // Lines that could not be understood (kept as they are), for the log; emptied by the call until the file
+    // has changed.
     virtual std::vector<std::string> lineasOmitidas() { return {}; }
 };
 
-// A per-user file `ruta` (mode 0600, folder 0700), created at the first write. An unreadable file makes every
-// member throw ErrorAjustes and is never overwritten.
+// A per-user file `ruta` (mode 0600, folder 0700), created at the first write; platform/ajustes_texto.h tells
+// its form. An unreadable file makes every member throw ErrorAjustes and is never overwritten. Writers wait
+// for each other through `ruta`.bloqueo, up to ten seconds. May be used from several threads.
 std::unique_ptr<ArbolAjustes> crearArbolAjustes(SistemaArchivos& archivos, std::string ruta);
 // The machine-wide store: the same form, read only; grabar and borrar throw ErrorAjustes.
 std::unique_ptr<ArbolAjustes> crearArbolMaquina(SistemaArchivos& archivos, std::string ruta);

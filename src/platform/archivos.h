@@ -1,9 +1,11 @@
 // The file layer: every open, existence test, mask and lock of the program goes through these two classes.
 //
-// Paths are UTF-8 text. Both "\" and "/" separate, and on systems whose names distinguish case an existing
-// name is found whatever its case (the exact spelling wins, then the first match in name order). Positions
-// are 64-bit and count from 0. The real implementation is crearSistemaArchivos(); tests put a failing or
-// forgetful one in its place.
+// Paths are UTF-8 text. Both "\" and "/" separate, one at the end is harmless, and on systems whose names
+// distinguish case an existing name is found whatever its case (the exact spelling wins, then the first match
+// in name order). Positions are 64-bit and count from 0. The real implementation is crearSistemaArchivos();
+// tests put a failing or forgetful one in its place.
+//
+// Objects may be used from several threads, one open file from one thread at a time.
 #pragma once
 
 #include <chrono>
@@ -21,14 +23,15 @@ namespace tarvoline::platform {
 
 // Numbers of ErrorArchivo. Upper layers show or retry by them.
 namespace error_archivo {
-inline constexpr int noExiste = 53;
+inline constexpr int noExiste = 53;     // its folder is there, the name is not
 inline constexpr int dispositivo = 57;  // the device failed while reading or writing
 inline constexpr int yaExiste = 58;
-inline constexpr int discoLleno = 61;
+inline constexpr int discoLleno = 61;  // also a quota, or a size that the system does not take
 inline constexpr int finArchivo = 62;
+inline constexpr int demasiadosArchivos = 67;
 inline constexpr int permisoDenegado = 70;  // no right, or held by another handle
 inline constexpr int ruta = 75;             // path and file do not fit (a folder where a file is wanted, ...)
-inline constexpr int rutaNoExiste = 76;
+inline constexpr int rutaNoExiste = 76;     // the folder is missing
 }  // namespace error_archivo
 
 class ErrorArchivo : public std::runtime_error {
@@ -53,12 +56,15 @@ enum class Apertura {
 
 // How an open shares the file with other handles, in this process and in others.
 enum class Comparticion {
-    libre,       // takes no lock at all: archives, logs, settings
+    libre,       // takes no lock at all: archives, logs, settings; only asked-for locks (bloquear) count
     compartida,  // data and company files: holds the sentinel byte shared, and each read and write first
                  // tests that no other handle holds a conflicting lock on its range (permisoDenegado when one
                  // does)
-    exclusiva,  // holds the sentinel byte exclusively: refused at once while any other handle is open
+    exclusiva,   // holds the sentinel byte exclusively: refused at once while another handle holds it. Wants
+                 // the right to write, even with Apertura::lectura
 };
+// While a handle holds the sentinel byte, its file is the one that bears the name: an open that meets a file
+// just replaced by another tries again.
 
 enum class TipoBloqueo { compartido, exclusivo };
 
@@ -70,6 +76,14 @@ struct Rango {
 // The sentinel byte of the share modes, and the range that "the whole file" means: from 0 to just below it.
 inline constexpr std::uint64_t byteCentinela = std::uint64_t{1} << 62;
 inline constexpr Rango todoElArchivo{0, byteCentinela};
+
+struct EstadoArchivo {
+    bool esDirectorio = false;
+    std::uint64_t longitud = 0;
+    std::int64_t modificado = 0;  // nanoseconds since 1970-01-01 UTC
+    std::uint64_t dispositivo = 0;
+    std::uint64_t identidad = 0;  // with `dispositivo`, the same for the same file only
+};
 
 // An open file. Locks belong to the handle, never to the process, and end with it. All members throw
 // ErrorArchivo.
@@ -85,12 +99,17 @@ class Archivo {
     // Writes all of `origen` at `posicion`; a gap behind the end reads as zero bytes.
     virtual void escribir(std::uint64_t posicion, std::span<const std::byte> origen) = 0;
     virtual std::uint64_t longitud() = 0;
+    // Of the open file, whatever its name has become since.
+    virtual EstadoArchivo estado() = 0;
     virtual void truncar(std::uint64_t longitud) = 0;
     // Returns when what was written has reached the device.
     virtual void sincronizar() = 0;
 
-    // Takes a lock on `rango` (in addition to, or in place of, this handle's own). False when another handle
-    // holds a conflicting one until `espera` is over; zero asks once.
+    // Takes a lock on `rango` (in addition to, or in place of, this handle's own; changing the type of an own
+    // lock is one step, and a refusal leaves it as it was). False when another handle holds a conflicting one
+    // until `espera` is over; zero asks once. Handles of one process are strangers to each other, too. An
+    // empty range conflicts with nothing. An exclusive lock wants a handle that may write (else
+    // permisoDenegado).
     virtual bool bloquear(Rango rango, TipoBloqueo tipo,
                           std::chrono::milliseconds espera = std::chrono::milliseconds::zero()) = 0;
     virtual void desbloquear(Rango rango) = 0;
@@ -98,17 +117,10 @@ class Archivo {
     virtual bool podriaBloquear(Rango rango, TipoBloqueo tipo) = 0;
 };
 
-struct EstadoArchivo {
-    bool esDirectorio = false;
-    std::uint64_t longitud = 0;
-    std::int64_t modificado = 0;  // nanoseconds since 1970-01-01 UTC
-    std::uint64_t dispositivo = 0;
-    std::uint64_t identidad = 0;  // with `dispositivo`, the same for the same file only
-};
-
 struct EntradaDirectorio {
     std::string nombre;  // as on disk, without folder
     bool esDirectorio = false;
+    bool esEnlace = false;  // a symbolic link; the other members speak of its target
     std::uint64_t longitud = 0;
     std::int64_t modificado = 0;
 };
@@ -121,21 +133,26 @@ class SistemaArchivos {
     SistemaArchivos(const SistemaArchivos&) = delete;
     SistemaArchivos& operator=(const SistemaArchivos&) = delete;
 
+    // `permisos` (owner, group, others) are those of a file that this call makes. Only regular files open; a
+    // refused open leaves the content as it was.
     virtual std::unique_ptr<Archivo> abrir(std::string_view ruta, Apertura apertura,
-                                           Comparticion comparticion = Comparticion::libre) = 0;
+                                           Comparticion comparticion = Comparticion::libre,
+                                           unsigned permisos = 0666) = 0;
     // Nothing when there is no such name; never throws for that.
     virtual std::optional<EstadoArchivo> estado(std::string_view ruta) = 0;
     virtual void borrar(std::string_view ruta) = 0;
-    // Atomic; replaces a file at `destino`.
+    // Atomic; replaces a file at `destino`. Files and folders; may change the case of a name only.
     virtual void renombrar(std::string_view origen, std::string_view destino) = 0;
     // Makes the folder and its parents; those that exist are no error. New ones get `modo` (owner, group,
     // others).
     virtual void crearDirectorios(std::string_view ruta, unsigned modo = 0755) = 0;
     virtual void borrarDirectorio(std::string_view ruta) = 0;  // must be empty
-    // The folder's entries without "." and "..", sorted by name, case ignored. Empty when there is no such
-    // folder.
+    // The folder's files and folders without "." and "..", sorted by name, case ignored; devices, sockets and
+    // links to nothing are left out. Empty when there is no such folder.
     virtual std::vector<EntradaDirectorio> listar(std::string_view directorio) = 0;
+    // Bytes that this user may still write where `ruta` lies, or will lie once its folders are made.
     virtual std::uint64_t espacioLibre(std::string_view ruta) = 0;
+    // Returns when names made, changed or removed in the folder have reached the device.
     virtual void sincronizarDirectorio(std::string_view ruta) = 0;
     // The path in the system's own spelling: its separator, and the case of the names that exist.
     virtual std::string resolver(std::string_view ruta) = 0;
@@ -149,11 +166,12 @@ bool existe(SistemaArchivos& archivos, std::string_view ruta);
 // by name.
 std::vector<std::string> listarMascara(SistemaArchivos& archivos, std::string_view directorio,
                                        std::string_view mascara);
-// `*.*` matches every name; elsewhere ".*" wants a point. Names compare without regard to case (Spanish
-// letters too).
+// `*.*` matches every name; elsewhere ".*" wants a point. "?" is exactly one character, not one byte. Names
+// compare without regard to case (plegarCaja).
 bool coincideMascara(std::string_view nombre, std::string_view mascara);
 std::string leerTodo(SistemaArchivos& archivos, std::string_view ruta);
-// Writes beside, synchronises and renames over: a reader sees the old content or the new, never a part.
+// Writes beside, synchronises and renames over: a reader sees the old content or the new, never a part. The
+// file beside bears `permisos` from its first moment and is gone after a failure.
 void escribirAtomico(SistemaArchivos& archivos, std::string_view ruta, std::string_view contenido,
                      unsigned permisos = 0644);
 

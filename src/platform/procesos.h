@@ -10,17 +10,18 @@
 
 namespace tarvoline::platform {
 
-// Opens a document, folder or URL with the desktop's own handler. False when there is none or it cannot be
-// started.
+// Opens a document, folder or URL with the desktop's own handler. False when there is no desktop, no handler,
+// or it cannot be started.
 bool abrirDocumento(std::string_view rutaOUrl);
 
-// Starts a program that goes on when this one ends. False when it cannot be started.
+// Starts a program (full path, or a name that is looked up as a command) that goes on when this one ends,
+// without this one's standard streams. False when it cannot be started.
 bool arrancarPrograma(std::string_view programa, const std::vector<std::string>& argumentos);
 
 // Ends at once, without a question, every process of this user whose name contains `texto` (case ignored; a
-// final
-// ".exe" of `texto` may be missing in the process's name, which then must be exactly equal). Never this
-// process. Returns how many were ended.
+// final ".exe" of `texto` may be missing in the process's name, which then must be exactly equal). Never this
+// process; an empty `texto` ends none. Waits up to two seconds until they are gone, so that what they held is
+// free. Returns how many were ended.
 int terminarProcesos(std::string_view texto);
 
 int procesoPropio();
@@ -31,8 +32,9 @@ class MarcaInstancia {
     virtual ~MarcaInstancia() = default;
     // True when another process holds a mark now.
     virtual bool hayOtra() = 0;
-    // Asks for the mark of an only instance, without waiting. False: another instance runs. On true other
-    // marks may be taken again at once; the test and the taking are one step.
+    // Asks for the mark of an only instance. True: no other mark is held; others may be taken again at once.
+    // False: another instance runs, and this object's own mark is given up, since its process is about to
+    // end. Of several processes that ask at once exactly one gets true.
     virtual bool soyLaUnica() = 0;
 };
 

@@ -1,0 +1,240 @@
+// The file system of POSIX systems.
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <limits>
+
+#include "platform/archivos.h"
+#include "platform/caja.h"
+#include "platform/posix/archivo_posix.h"
+#include "platform/posix/descriptor.h"
+#include "platform/posix/errores.h"
+#include "platform/posix/resolucion.h"
+#include "platform/rutas.h"
+
+namespace tarvoline::platform {
+
+namespace {
+
+using posix::ArchivoPosix;
+using posix::Descriptor;
+using posix::lanzar;
+using posix::repetir;
+
+// A file may be replaced between its open and its sentinel lock as often as another process likes; this often
+// is more than any honest one does.
+constexpr int intentosDeApertura = 100;
+
+bool esDirectorio(const std::string& ruta) {
+    struct stat datos {};
+    return ::stat(ruta.c_str(), &datos) == 0 && S_ISDIR(datos.st_mode);
+}
+
+// A missing name in a folder that exists is one error, a missing folder another.
+[[noreturn]] void lanzarDeRuta(int codigo, const std::string& ruta) {
+    if (codigo == ENOENT && !esDirectorio(carpetaDe(ruta))) codigo = ENOTDIR;
+    lanzar(codigo, ruta);
+}
+
+// O_NONBLOCK keeps a pipe that bears the name from stopping the program; regular files do not care. Cutting
+// to length 0 waits until the locks are held.
+int banderas(Apertura apertura, Comparticion comparticion) {
+    const int siempre = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    switch (apertura) {
+        case Apertura::lectura:
+            return siempre | (comparticion == Comparticion::exclusiva ? O_RDWR : O_RDONLY);
+        case Apertura::escritura:
+            return siempre | O_RDWR;
+        case Apertura::crear:
+        case Apertura::vaciar:
+            return siempre | O_RDWR | O_CREAT;
+        case Apertura::nuevo:
+            return siempre | O_RDWR | O_CREAT | O_EXCL;
+    }
+    return siempre;
+}
+
+void exigirRegular(const Descriptor& descriptor, const std::string& ruta) {
+    struct stat datos {};
+    if (::fstat(descriptor.numero(), &datos) != 0) lanzar(errno, ruta);
+    if (!S_ISREG(datos.st_mode)) lanzar(S_ISDIR(datos.st_mode) ? EISDIR : EINVAL, ruta);
+}
+
+bool sigueConSuNombre(Archivo& archivo, const std::string& ruta) {
+    struct stat datos {};
+    if (::stat(ruta.c_str(), &datos) != 0) return false;
+    const EstadoArchivo abierto = archivo.estado();
+    const EstadoArchivo nombrado = posix::estadoDe(datos);
+    return abierto.dispositivo == nombrado.dispositivo && abierto.identidad == nombrado.identidad;
+}
+
+class SistemaPosix final : public SistemaArchivos {
+  public:
+    std::unique_ptr<Archivo> abrir(std::string_view ruta, Apertura apertura, Comparticion comparticion,
+                                   unsigned permisos) override {
+        const std::string nativa = posix::resolverRuta(ruta);
+        for (int intento = 1; intento <= intentosDeApertura; ++intento) {
+            auto archivo = abrirUnaVez(nativa, apertura, comparticion, permisos);
+            if (comparticion == Comparticion::libre || sigueConSuNombre(*archivo, nativa)) {
+                if (apertura == Apertura::vaciar) archivo->truncar(0);
+                return archivo;
+            }
+        }
+        lanzar(EAGAIN, nativa);
+    }
+
+    std::optional<EstadoArchivo> estado(std::string_view ruta) override {
+        struct stat datos {};
+        if (ruta.empty() || ruta.find('\0') != std::string_view::npos) return std::nullopt;
+        const std::string nativa = posix::resolverRuta(ruta);
+        if (::stat(nativa.c_str(), &datos) == 0) return posix::estadoDe(datos);
+        const bool sinNombre = errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG || errno == ELOOP;
+        if (!sinNombre) lanzar(errno, nativa);
+        return std::nullopt;
+    }
+
+    void borrar(std::string_view ruta) override {
+        const std::string nativa = posix::resolverRuta(ruta);
+        if (::unlink(nativa.c_str()) == 0) return;
+        // Some systems name the folder's case EPERM.
+        const int codigo = errno;
+        if (codigo == EPERM && esDirectorio(nativa)) lanzar(EISDIR, nativa);
+        lanzarDeRuta(codigo, nativa);
+    }
+
+    void renombrar(std::string_view origen, std::string_view destino) override {
+        const std::string desde = posix::resolverRuta(origen);
+        std::string hasta = posix::resolverRuta(destino);
+        if (desde == hasta) hasta = unirRuta(carpetaDe(hasta), nombreDe(destino));
+        if (::rename(desde.c_str(), hasta.c_str()) == 0) return;
+        const int codigo = errno;
+        struct stat datos {};
+        const bool faltaOrigen = codigo == ENOENT && ::lstat(desde.c_str(), &datos) != 0;
+        if (faltaOrigen) lanzarDeRuta(codigo, desde);
+        // A file onto a folder, or the reverse: the names are there, they do not fit.
+        const bool noEncajan = codigo == ENOTDIR && ::lstat(hasta.c_str(), &datos) == 0;
+        const bool carpetaLlena = codigo == EEXIST;
+        if (noEncajan || carpetaLlena) lanzar(EISDIR, hasta);
+        lanzarDeRuta(codigo, hasta);
+    }
+
+    void crearDirectorios(std::string_view ruta, unsigned modo) override {
+        crearConPadres(posix::resolverRuta(ruta), modo);
+    }
+
+    void borrarDirectorio(std::string_view ruta) override {
+        const std::string nativa = posix::resolverRuta(ruta);
+        if (::rmdir(nativa.c_str()) == 0) return;
+        if (errno == ENOENT) lanzar(ENOTDIR, nativa);
+        if (errno == EEXIST) lanzar(ENOTEMPTY, nativa);
+        lanzar(errno, nativa);
+    }
+
+    std::vector<EntradaDirectorio> listar(std::string_view directorio) override {
+        const std::string nativa = posix::resolverRuta(directorio);
+        std::vector<EntradaDirectorio> entradas;
+        const auto cerrar = [](DIR* abierto) { ::closedir(abierto); };
+        const std::unique_ptr<DIR, decltype(cerrar)> abierto(::opendir(nativa.c_str()), cerrar);
+        if (!abierto) {
+            if (errno == ENOENT || errno == ENOTDIR) return entradas;
+            lanzar(errno, nativa);
+        }
+        for (;;) {
+            errno = 0;
+            const dirent* leida = ::readdir(abierto.get());
+            if (leida == nullptr) break;
+            anadirEntrada(::dirfd(abierto.get()), leida->d_name, entradas);
+        }
+        if (errno != 0) lanzar(errno, nativa);
+        ordenar(entradas);
+        return entradas;
+    }
+
+    std::uint64_t espacioLibre(std::string_view ruta) override {
+        std::string nativa = posix::resolverRuta(ruta);
+        struct statvfs datos {};
+        while (repetir([&] { return ::statvfs(nativa.c_str(), &datos); }) != 0) {
+            const bool faltaAun = errno == ENOENT || errno == ENOTDIR;
+            if (!faltaAun || nativa == "/" || nativa == ".") lanzar(errno, nativa);
+            nativa = carpetaDe(nativa);
+        }
+        return std::uint64_t{datos.f_bavail} * datos.f_frsize;
+    }
+
+    void sincronizarDirectorio(std::string_view ruta) override {
+        const std::string nativa = posix::resolverRuta(ruta);
+        const Descriptor carpeta(
+            repetir([&] { return ::open(nativa.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+        if (!carpeta.abierto()) lanzar(errno == ENOENT ? ENOTDIR : errno, nativa);
+        // A system that cannot do this for folders says EINVAL and keeps them safe in its own way.
+        if (repetir([&] { return ::fsync(carpeta.numero()); }) != 0 && errno != EINVAL) lanzar(errno, nativa);
+    }
+
+    std::string resolver(std::string_view ruta) override { return posix::resolverRuta(ruta); }
+
+  private:
+    static std::unique_ptr<ArchivoPosix> abrirUnaVez(const std::string& nativa, Apertura apertura,
+                                                     Comparticion comparticion, unsigned permisos) {
+        const int modo = banderas(apertura, comparticion);
+        Descriptor descriptor(
+            repetir([&] { return ::open(nativa.c_str(), modo, static_cast<mode_t>(permisos)); }));
+        if (!descriptor.abierto()) {
+            // A device without a driver behind it: no regular file either.
+            if (errno == ENXIO) lanzar(EINVAL, nativa);
+            lanzarDeRuta(errno, nativa);
+        }
+        exigirRegular(descriptor, nativa);
+        auto archivo = std::make_unique<ArchivoPosix>(
+            std::move(descriptor), nativa, comparticion,
+            ArchivoPosix::Derechos{apertura != Apertura::lectura, (modo & O_ACCMODE) == O_RDWR});
+        archivo->tomarCentinela();
+        return archivo;
+    }
+
+    static void crearConPadres(const std::string& ruta, unsigned modo) {
+        if (ruta.empty() || esDirectorio(ruta)) return;
+        const std::string padre = carpetaDe(ruta);
+        if (padre != ruta) crearConPadres(padre, modo);
+        if (::mkdir(ruta.c_str(), static_cast<mode_t>(modo)) == 0) return;
+        if (errno != EEXIST) lanzar(errno, ruta);
+        // Another process was faster, which is as good; a file of that name is not.
+        if (!esDirectorio(ruta)) lanzar(EISDIR, ruta);
+    }
+
+    static void anadirEntrada(int carpeta, const char* nombre, std::vector<EntradaDirectorio>& entradas) {
+        const std::string_view texto = nombre;
+        if (texto == "." || texto == "..") return;
+        struct stat propio {};
+        struct stat destino {};
+        if (::fstatat(carpeta, nombre, &propio, AT_SYMLINK_NOFOLLOW) != 0) return;  // gone meanwhile
+        const bool esEnlace = S_ISLNK(propio.st_mode);
+        if (!esEnlace) {
+            destino = propio;
+        } else if (::fstatat(carpeta, nombre, &destino, 0) != 0) {
+            return;
+        }
+        if (!S_ISREG(destino.st_mode) && !S_ISDIR(destino.st_mode)) return;
+        const EstadoArchivo estado = posix::estadoDe(destino);
+        entradas.push_back(
+            {std::string(texto), estado.esDirectorio, esEnlace, estado.longitud, estado.modificado});
+    }
+
+    static void ordenar(std::vector<EntradaDirectorio>& entradas) {
+        std::sort(entradas.begin(), entradas.end(),
+                  [](const auto& a, const auto& b) { return menorPlegado(a.nombre, b.nombre); });
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<SistemaArchivos> crearSistemaArchivos() {
+    return std::make_unique<SistemaPosix>();
+}
+
+}  // namespace tarvoline::platform
