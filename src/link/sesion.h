@@ -15,17 +15,17 @@ namespace tarvoline::link {
 struct OpcionesEnlace {
     // Asks for the password of a company; nothing when cancelled. Absent: the answer is empty, and
     // `AbrirEmpresa` fails with error_enlace::claveNoValida.
-    std::function<std::optional<std::string>(const core::Peticion&)> pedirClave;
+    std::function<std::optional<std::string>(const core::Peticion&)> pedirClave{};
 };
 
 struct Sesion {
     Contexto& contexto;
     OpcionesEnlace opciones;
 
-    std::vector<std::string> Empresas;  // full paths
+    std::vector<std::string> Empresas{};  // full paths
     bool ModoRemoto = false;
-    std::string Usuario = "99";    // two-digit user code
-    data::EmpresaEnVigor empresa;  // the session's own; empresa.gEmpresaActual is `NumeroEmpresa`
+    std::string Usuario = "99";      // two-digit user code
+    data::EmpresaEnVigor empresa{};  // the session's own; empresa.gEmpresaActual is `NumeroEmpresa`
 
     // Throws ErrorEnlace empresaNoAbierta when no company is open; else makes this session's company the one
     // in force. Every operation on company data begins with it.
