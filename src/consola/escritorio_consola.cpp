@@ -1,0 +1,103 @@
+#include "consola/escritorio_consola.h"
+
+#include <csignal>
+#include <iostream>
+
+#include "consola/opciones.h"
+#include "core/texto.h"
+
+namespace tarvoline::consola {
+
+namespace {
+
+// One line for a terminal from a box's text.
+std::string enUnaLinea(std::string_view texto) {
+    return core::Sustituir(core::Sustituir(core::Sustituir(texto, "\r\n", "\n"), "\n\n", "\n"), "\n", " | ");
+}
+
+}  // namespace
+
+void EscritorioConsola::Mensaje(const core::Caja& caja) {
+    const bool fallo = caja.icono == core::Icono::exclamacion || caja.icono == core::Icono::parada ||
+                       core::esError(caja.texto);
+    const auto linea = enUnaLinea(caja.texto);
+    if (fallo) {
+        fallos_.push_back(linea);
+        registro_.aviso(linea);
+    }
+    if (fallo || !mudo) {
+        std::cerr << linea << '\n';
+    }
+}
+
+bool EscritorioConsola::Preguntar(const core::Caja& caja, bool) {
+    std::cerr << enUnaLinea(caja.texto) << (respuestaSi ? " [sí]" : " [no]") << '\n';
+    return respuestaSi;
+}
+
+bool EscritorioConsola::Confirmar(const core::Caja& caja) {
+    // A retry without a person would go on for ever.
+    fallos_.push_back(enUnaLinea(caja.texto));
+    std::cerr << fallos_.back() << '\n';
+    return false;
+}
+
+std::optional<std::string> EscritorioConsola::Pedir(const core::Peticion& peticion) {
+    fallos_.push_back(enUnaLinea(peticion.texto));
+    return std::nullopt;
+}
+
+bool EscritorioConsola::PedirDatos(core::EntradaDatos& datos) {
+    for (auto& campo : datos.campos) {
+        if (campo.tipo == core::TipoCampo::opcion) {
+            datos.opcion = opcion;
+            return true;
+        }
+        if (campo.tipo != core::TipoCampo::eleccion) {
+            continue;
+        }
+        for (const auto& posible : campo.elecciones) {
+            if (!eleccion.empty() && core::empiezaPor(posible, eleccion)) {
+                campo.valor = posible;
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+std::optional<std::string> EscritorioConsola::archivo() const {
+    return archivoElegido.empty() ? std::nullopt : std::optional(archivoElegido);
+}
+
+std::optional<std::string> EscritorioConsola::ElegirArchivo(const core::EleccionArchivo&) {
+    return archivo();
+}
+
+std::optional<std::string> EscritorioConsola::GuardarComo(const core::EleccionArchivo&) {
+    return archivo();
+}
+
+std::optional<std::string> EscritorioConsola::ElegirCarpeta(std::string_view) {
+    return archivo();
+}
+
+void EscritorioConsola::MostrarListado(const core::Listado& listado) {
+    std::cout << listado.titulo << '\n' << listado.texto;
+}
+
+void EscritorioConsola::Abrir(std::string_view documento) {
+    registro_.info(documento);
+}
+
+void EscritorioConsola::Turno() {
+    const int cual = senal_();
+    if (cual == SIGINT && estado_ != nullptr) {
+        estado_->gDetener = true;
+    } else if (cual != 0) {
+        // Like the end of the machine: an upload under way keeps its record and goes on later.
+        throw core::FinDePrograma{salida::senal + cual};
+    }
+}
+
+}  // namespace tarvoline::consola
