@@ -32,6 +32,7 @@ class Textos {
     const std::string& operator()(int numero) const;
     int indiceMayor() const { return static_cast<int>(textos_.size()) - 1; }
     void asignar(std::vector<std::string> textos) { textos_ = std::move(textos); }
+    // Sets one text, widening the table as far as needed.
     void poner(int numero, std::string texto);
     // Widens to the upper bound, keeping what it holds.
     void ampliar(int indiceMayor);
@@ -43,10 +44,18 @@ class Textos {
 inline constexpr int textosMinimos = 1800;  // the highest index of a good file is this or more
 inline constexpr int textosAmpliados = 2500;
 inline constexpr int numeroTextoMayor = 2259;
+// Texts that callers recognise as failures by their first five letters, "ERROR", in every language.
+inline constexpr int textoFalloCopia = 179;
+inline constexpr int textoFallo = 1250;
 
-// Fills Estado::gTextos from the file that the setting `language` names. Throws ErrorIdioma naming the path.
+// The setting `language`: a name in the program directory, or a path.
+std::string nombreIdioma(Entorno& entorno);
+// Fills Estado::gTextos from the file `nombre`; a name without a separator lies in the program directory.
+// Number 0 becomes the product's name. Throws ErrorIdioma, naming the path, when the file is missing, cannot
+// be read or holds no "@".
 void CargarIdioma(Entorno& entorno, std::string_view nombre);
-// The check of the loaded table: a short one is warned of in a box and widened.
+// The check of the loaded table: a short one is warned of in a box, in fixed words, and widened so that every
+// number can be read. The texts that mean failure begin with "ERROR" afterwards, whatever the file held.
 void ComprobarIdioma(Entorno& entorno);
 // True when the setting `language` names the Spanish file: decides the language of fixed messages.
 bool idiomaEspanol(Entorno& entorno);
