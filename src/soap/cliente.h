@@ -14,6 +14,8 @@
 
 namespace tarvoline::soap {
 
+struct ServicioWsdl;
+
 struct OpcionesTransporte {
     std::size_t respuestaMaxima = 16U * 1024 * 1024;  // bytes; a larger reply is an error
     long segundosConexion = 30;                       // to connect; a call itself has no time-out
@@ -21,7 +23,11 @@ struct OpcionesTransporte {
 };
 
 // What all clients of a program share: one kept-alive connection and the parsed WSDLs by address. One thread
-// at a time. A request is never sent twice.
+// at a time.
+//
+// A request is never sent twice: a line that breaks before the answer is an error, whatever the server has
+// done by then. http and https only, the server's certificate verified, no redirections; the proxy is that of
+// the environment.
 class Conexion {
   public:
     explicit Conexion(OpcionesTransporte opciones = {});
@@ -29,7 +35,7 @@ class Conexion {
     Conexion(const Conexion&) = delete;
     Conexion& operator=(const Conexion&) = delete;
 
-    // Called when a call begins to wait for the service (true) and when the reply is there (false).
+    // Called before every request to the service (true) and when its answer or failure is there (false).
     std::function<void(bool)> alEsperar;
 
     class Interior;
@@ -45,20 +51,25 @@ class ClienteSoap {
     explicit ClienteSoap(Conexion& conexion) : conexion_(conexion) {}
 
     // Fetches and reads the WSDL, or takes it from the cache. `servicio` and `puerto` choose among several;
-    // empty takes the first. `mapa` is passed over. Throws ErrorServicio.
+    // empty takes the first. `mapa` is passed over. Throws ErrorServicio. A WSDL leaves the cache when a call
+    // under it gets no usable answer, so that a service that moved is found by the next client.
     void Iniciar(std::string_view urlWsdl, std::string_view servicio = {}, std::string_view puerto = {},
                  std::string_view mapa = {});
     bool ofrece(std::string_view operacion) const;
-    // Calls by name; arguments by position. Parts of the reply that are named like a parameter are written
-    // back into that argument; the first other part is the result, as text. Throws ErrorServicio.
+    // Calls by name; arguments by position, as many as the operation has parameters. Parts of the reply that
+    // are named like a parameter are written back into that argument, in the kind of value it already holds;
+    // the first other part is the result, as text. Throws ErrorServicio, also before anything is sent: an
+    // unknown operation, a wrong number of arguments, a text that XML cannot carry.
     std::string Llamar(std::string_view operacion, std::span<Valor> argumentos);
     // The fault detail text of the last failed call of this client.
     const std::string& detail() const { return detail_; }
 
   private:
-    struct Enlazado;
+    std::string_view pedir(const std::string& accion);
+
     Conexion& conexion_;
-    std::shared_ptr<const Enlazado> servicio_;
+    std::string clave_;  // of the WSDL in the cache
+    std::shared_ptr<const ServicioWsdl> servicio_;
     std::string detail_;
 };
 

@@ -14,14 +14,6 @@ constexpr std::string_view cabeceraSobre =
     "<soap:Envelope xmlns:soap=\"http://schemas.xmlsoap.org/soap/envelope/\"><soap:Body>";
 constexpr std::string_view pieSobre = "</soap:Body></soap:Envelope>";
 
-bool esNulo(pugi::xml_node nodo) {
-    for (const auto& atributo : nodo.attributes()) {
-        const std::string_view nombre = atributo.name();
-        if (nombre.ends_with(":nil")) return atributo.as_bool();
-    }
-    return false;
-}
-
 Valor vacio(TipoValor tipo) {
     switch (tipo) {
         case TipoValor::entero:

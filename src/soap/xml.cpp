@@ -134,6 +134,14 @@ pugi::xml_node hijo(pugi::xml_node padre, std::string_view nombre) {
     return {};
 }
 
+bool esNulo(pugi::xml_node nodo) {
+    for (const auto& atributo : nodo.attributes()) {
+        const std::string_view nombre = atributo.name();
+        if (nombre.ends_with(":nil")) return atributo.as_bool();
+    }
+    return false;
+}
+
 std::vector<pugi::xml_node> elementos(pugi::xml_node padre) {
     std::vector<pugi::xml_node> hijos;
     for (auto n = padre.first_child(); n; n = n.next_sibling()) {

@@ -71,6 +71,9 @@ struct NombreXml {
 // Reads "prefix:name" as it stands in an attribute of `nodo`.
 NombreXml nombreCalificado(pugi::xml_node nodo, std::string_view valor);
 
+// xsi:nil="true": the element stands for no value.
+bool esNulo(pugi::xml_node nodo);
+
 // Child elements, texts left out: for (auto e : elementos(nodo)).
 std::vector<pugi::xml_node> elementos(pugi::xml_node padre);
 
