@@ -122,8 +122,13 @@ std::string Carpetas::CarpetaUsuario(std::string_view nombre) const {
 }
 
 std::string Carpetas::CarpetaComun(std::string_view nombre) const {
-    std::string carpeta = carpetaPropia(platform::carpetaDatosComunes());
-    if (!crearCarpeta(archivos_, carpeta, paraTodos) || !sePuedeEscribir(archivos_, carpeta)) {
+    const std::string raiz = platform::carpetaDatosComunes();
+    std::string carpeta = carpetaPropia(raiz);
+    // The shared root is the administrator's to make.
+    const bool compartida = platform::existe(archivos_, raiz) &&
+                            crearCarpeta(archivos_, carpeta, paraTodos) &&
+                            sePuedeEscribir(archivos_, carpeta);
+    if (!compartida) {
         carpeta = carpetaPropia(platform::carpetaConfiguracion());
         crearCarpeta(archivos_, carpeta, paraTodos);
     }

@@ -1,0 +1,123 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "apoyo/nucleo_prueba.h"
+
+namespace tarvoline::core {
+namespace {
+
+namespace fs = std::filesystem;
+using pruebas::NucleoPrueba;
+
+TEST(Rutas, SeSeparanPorLasDosBarras) {
+    struct Caso {
+        const char* ruta;
+        PartesRuta partes;
+    };
+    const Caso casos[] = {
+        {"/datos/Año.uno.qzt", {"/datos/", "Año.uno", "qzt"}},
+        {"C:\\datos\\PLAN.QZD", {"C:\\datos\\", "PLAN", "QZD"}},
+        {"C:\\a.b/c", {"C:\\a.b/", "c", ""}},
+        {"sin.", {"", "sin", ""}},
+        {".oculto", {"", "", "oculto"}},
+        {"/datos/", {"/datos/", "", ""}},
+        {"", {"", "", ""}},
+    };
+    for (const auto& [ruta, partes] : casos) {
+        const PartesRuta separada = SepararRuta(ruta);
+        EXPECT_EQ(separada.directorio, partes.directorio) << ruta;
+        EXPECT_EQ(separada.nombre, partes.nombre) << ruta;
+        EXPECT_EQ(separada.extension, partes.extension) << ruta;
+    }
+    EXPECT_EQ(SoloNombre("C:\\datos/PLAN.QZD"), "PLAN.QZD");
+    EXPECT_EQ(SoloNombre("PLAN.QZD"), "PLAN.QZD");
+    EXPECT_EQ(SoloNombre("/datos/"), "");
+    EXPECT_EQ(conSeparadorFinal(""), "");
+}
+
+TEST(Carpetas, TemporalJuntaConUnaSolaBarra) {
+    NucleoPrueba nucleo;
+    const std::string raiz = nucleo.ruta("temporal/Veldorix");
+    EXPECT_EQ(nucleo.carpetas.CarpetaTemporal(), raiz);
+    EXPECT_EQ(nucleo.carpetas.CarpetaTemporal("uno.zip"), raiz + "/uno.zip");
+    EXPECT_EQ(nucleo.carpetas.CarpetaTemporal("/uno.zip"), raiz + "/uno.zip");
+    EXPECT_EQ(nucleo.carpetas.CarpetaTemporal("\\Tarvoline\\"),
+              nucleo.carpetas.CarpetaTemporal() + "\\Tarvoline\\");
+    EXPECT_EQ(nucleo.carpetas.carpetaTransferencia(), raiz + "/Tarvoline/");
+}
+
+TEST(Carpetas, TemporalSoloLaVeSuDuenio) {
+    NucleoPrueba nucleo;
+    const std::string transferencia = nucleo.carpetas.carpetaTransferencia();
+    for (const std::string& carpeta : {nucleo.carpetas.CarpetaTemporal(), transferencia}) {
+        ASSERT_TRUE(fs::is_directory(carpeta)) << carpeta;
+        EXPECT_EQ(fs::status(carpeta).permissions(), fs::perms::owner_all) << carpeta;
+    }
+}
+
+TEST(Carpetas, UnaRaizImposibleNoDetieneANadie) {
+    NucleoPrueba nucleo;
+    const Carpetas carpetas(nucleo.archivos, nucleo.ajustes, nucleo.carpeta().escribir("archivo", "x"));
+    EXPECT_EQ(carpetas.CarpetaTemporal("a"), nucleo.ruta("archivo/Veldorix/a"));
+    EXPECT_NO_THROW(carpetas.CrearDirectorios(nucleo.ruta("archivo/b")));
+}
+
+TEST(Carpetas, DirectorioDelPrograma) {
+    NucleoPrueba nucleo;
+    EXPECT_EQ(nucleo.carpetas.DirectorioPrograma(), nucleo.ruta("programa/share/tarvoline/"));
+    fs::remove_all(nucleo.ruta("programa/share"));
+    EXPECT_EQ(nucleo.carpetas.DirectorioPrograma(), nucleo.ruta("programa/bin/"));
+    nucleo.ajustes.GrabarRegistro("Directory", nucleo.ruta("instalado"));
+    EXPECT_EQ(nucleo.carpetas.DirectorioPrograma(), nucleo.ruta("instalado/"));
+}
+
+TEST(Carpetas, DelUsuarioYComun) {
+    NucleoPrueba nucleo;
+    const std::string propia = nucleo.ruta("casa/XDG_DATA_HOME/QZ/Veldorix/5");
+    EXPECT_EQ(nucleo.carpetas.CarpetaUsuario(), propia);
+    EXPECT_TRUE(fs::is_directory(propia));
+    EXPECT_EQ(nucleo.carpetas.CarpetaUsuario("a.txt"), propia + "/a.txt");
+    if (fs::exists("/var/lib/tarvoline")) {
+        GTEST_SKIP() << "this machine has a folder that all users share";
+    }
+    EXPECT_EQ(nucleo.carpetas.CarpetaComun("a.txt"),
+              nucleo.ruta("casa/XDG_CONFIG_HOME/QZ/Veldorix/5/a.txt"));
+    EXPECT_FALSE(fs::exists("/var/lib/tarvoline")) << "only the administrator makes it";
+}
+
+TEST(Carpetas, DirectoriosConPadresYBarraFinal) {
+    NucleoPrueba nucleo;
+    nucleo.carpetas.CrearDirectorios(nucleo.ruta("a\\b/c") + "\\");
+    EXPECT_TRUE(fs::is_directory(nucleo.ruta("a/b/c")));
+    nucleo.carpetas.CrearDirectorios(nucleo.ruta("A/B/c"));
+    EXPECT_FALSE(fs::exists(nucleo.ruta("A"))) << "a folder of that name was there already";
+}
+
+TEST(Carpetas, ArchivoExisteSoloSiSeAbre) {
+    NucleoPrueba nucleo;
+    const std::string ruta = nucleo.carpeta().escribir("datos/Plan.qzd", "x");
+    EXPECT_TRUE(nucleo.carpetas.ArchivoExiste(ruta));
+    EXPECT_TRUE(nucleo.carpetas.ArchivoExiste(nucleo.ruta("DATOS\\PLAN.QZD")));
+    EXPECT_FALSE(nucleo.carpetas.ArchivoExiste(nucleo.ruta("datos")));
+    EXPECT_FALSE(nucleo.carpetas.ArchivoExiste(nucleo.ruta("datos/otro.qzd")));
+    EXPECT_FALSE(nucleo.carpetas.ArchivoExiste(""));
+}
+
+TEST(Carpetas, DirectorioDeDatosDelProducto) {
+    NucleoPrueba nucleo;
+    const fs::path antes = fs::current_path();
+    fs::create_directories(nucleo.ruta("Crm"));
+    nucleo.ajustes.GrabarRegistro("DATOS_DIR", nucleo.ruta("crm"), "", "VXCRM");
+    nucleo.ajustes.GrabarRegistro("Directory", nucleo.ruta("programa"));
+    nucleo.carpetas.PonerDirectorioDatos("VXCRM");
+    EXPECT_EQ(fs::current_path(), fs::canonical(nucleo.ruta("Crm")));
+    nucleo.carpetas.PonerDirectorioDatos("VELDORIX");
+    EXPECT_EQ(fs::current_path(), fs::canonical(nucleo.ruta("programa")));
+    nucleo.ajustes.GrabarRegistro("Directory", nucleo.ruta("falta"));
+    EXPECT_NO_THROW(nucleo.carpetas.PonerDirectorioDatos("VELDORIX"));
+    fs::current_path(antes);
+}
+
+}  // namespace
+}  // namespace tarvoline::core

@@ -1,0 +1,155 @@
+#include <gtest/gtest.h>
+
+#include "core/barra.h"
+#include "core/estado.h"
+#include "core/vista.h"
+
+namespace tarvoline::core {
+namespace {
+
+// A grid with a heading and one row a name: column 2 the name, 3 its place, 7 the figure.
+Rejilla rejillaCon(const std::vector<std::pair<std::string, std::string>>& filas) {
+    Rejilla rejilla;
+    rejilla.ponerFilas(static_cast<int>(filas.size()) + 1);
+    rejilla.ponerCelda(0, 2, "zzz heading");
+    int fila = 1;
+    for (const auto& [nombre, cifra] : filas) {
+        rejilla.ponerCelda(fila, 2, nombre);
+        rejilla.ponerCelda(fila, 3, std::to_string(fila));
+        rejilla.ponerCelda(fila++, 7, cifra);
+    }
+    return rejilla;
+}
+
+std::string columna(const Rejilla& rejilla, int cual) {
+    std::string valores;
+    for (int fila = 1; fila < rejilla.filas(); ++fila) {
+        valores += rejilla.celda(fila, cual) + " ";
+    }
+    return valores;
+}
+
+TEST(Rejilla, OrdenaSinMoverLaCabeceraNiLosIguales) {
+    Rejilla rejilla = rejillaCon({{"b", "10"}, {"ñ", "9"}, {"B", "10"}, {"z", "100"}, {"b", "9.5"}});
+    rejilla.ordenar(2, true, false);
+    EXPECT_EQ(columna(rejilla, 2), "B b b z ñ ") << "by code point";
+    EXPECT_EQ(columna(rejilla, 3), "3 1 5 4 2 ");
+    EXPECT_EQ(rejilla.celda(0, 2), "zzz heading");
+    rejilla.ordenar(7, true, true);
+    EXPECT_EQ(columna(rejilla, 7), "9 9.5 10 10 100 ") << "by number";
+    EXPECT_EQ(columna(rejilla, 3), "2 5 3 1 4 ");
+    rejilla.ordenar(7, false, true);
+    EXPECT_EQ(columna(rejilla, 3), "4 3 1 5 2 ") << "equal rows keep their order downwards too";
+    rejilla.ordenar(7, true, false);
+    EXPECT_EQ(columna(rejilla, 7), "10 10 100 9 9.5 ") << "by text";
+}
+
+TEST(Rejilla, OrdenarLoQueNoHayNoHaceNada) {
+    Rejilla rejilla;
+    rejilla.ordenar(2, true, false);
+    rejilla.ponerFilas(1);
+    rejilla.ordenar(2, true, true);
+    EXPECT_EQ(rejilla.filas(), 1);
+    Rejilla otra = rejillaCon({{"b", ""}, {"a", ""}});
+    otra.ordenar(9, true, false);
+    otra.ordenar(-1, true, false);
+    EXPECT_EQ(columna(otra, 2), "b a ");
+}
+
+TEST(Rejilla, FueraDeElNoHayNada) {
+    Rejilla rejilla = rejillaCon({{"a", "1"}});
+    for (const auto& [fila, col] : {std::pair{-1, 2}, {2, 2}, {1, -1}, {1, 9}}) {
+        rejilla.ponerCelda(fila, col, "x");
+        EXPECT_EQ(rejilla.celda(fila, col), "");
+    }
+    rejilla.quitarFila(0);
+    rejilla.quitarFila(2);
+    rejilla.quitarFila(-1);
+    EXPECT_EQ(rejilla.filas(), 2);
+    rejilla.ponerFilas(-3);
+    EXPECT_EQ(rejilla.filas(), 0);
+}
+
+// As a deletion does it: the row at one and the same place, as often as rows were chosen.
+TEST(Rejilla, QuitarFilasDejaLaEleccionALlamador) {
+    Rejilla rejilla = rejillaCon({{"a", ""}, {"b", ""}, {"c", ""}, {"d", ""}});
+    rejilla.Row = 2;
+    rejilla.RowSel = 4;
+    for (int fila = rejilla.Row; fila <= rejilla.RowSel; ++fila) {
+        rejilla.quitarFila(rejilla.Row);
+    }
+    EXPECT_EQ(columna(rejilla, 2), "a ");
+    EXPECT_EQ(rejilla.Row, 2);
+    EXPECT_EQ(rejilla.celda(rejilla.Row, 2), "");
+    rejilla.vaciar();
+    EXPECT_EQ(rejilla.filas(), 0);
+    EXPECT_EQ(rejilla.Row, 0);
+    EXPECT_EQ(rejilla.RowSel, 0);
+}
+
+struct PruebaBarra : testing::Test {
+    Estado estado;
+    Vista vista;
+    int avisos = 0;
+
+    void SetUp() override {
+        estado.gModoGauge = modo_gauge::ventanaPrincipal;
+        vista.alCambiar = [this](Parte parte) { avisos += parte == Parte::medidor ? 1 : 0; };
+    }
+    int dibujar(double valor, std::optional<double> total = std::nullopt) {
+        Barra(estado, vista, valor, total);
+        return vista.medidor.porcentaje;
+    }
+};
+
+TEST_F(PruebaBarra, ElPorcentajeSeCorta) {
+    EXPECT_EQ(dibujar(5), 0);
+    EXPECT_TRUE(vista.medidor.visible);
+    EXPECT_EQ(dibujar(5, 0), 0);
+    EXPECT_EQ(dibujar(150, 100), 100);
+    EXPECT_EQ(dibujar(999, 1000), 99);
+    EXPECT_EQ(dibujar(1, 3), 33);
+    EXPECT_EQ(dibujar(100, 100), 100);
+    EXPECT_EQ(dibujar(-5, 100), 0);
+    EXPECT_EQ(dibujar(1e308, 1e-308), 100);
+    EXPECT_EQ(avisos, 8);
+}
+
+TEST_F(PruebaBarra, EmpiezaYAcaba) {
+    dibujar(7, 10);
+    EXPECT_EQ(dibujar(-1), 0);
+    EXPECT_TRUE(vista.medidor.visible);
+    dibujar(0);
+    EXPECT_FALSE(vista.medidor.visible);
+    EXPECT_EQ(avisos, 3);
+}
+
+TEST_F(PruebaBarra, ModosEspeciales) {
+    estado.gModoGauge = modo_gauge::ninguno;
+    dibujar(7, 10);
+    EXPECT_FALSE(vista.medidor.visible);
+    EXPECT_EQ(avisos, 0);
+    estado.gModoGauge = modo_gauge::finVisible;
+    EXPECT_EQ(dibujar(7, 10), 70);
+    EXPECT_EQ(dibujar(0), 70);
+    EXPECT_TRUE(vista.medidor.visible) << "the end call leaves it on show";
+    estado.gModoGauge = modo_gauge::limpiarPrimero;
+    EXPECT_EQ(dibujar(7, 10), 0);
+    EXPECT_TRUE(vista.medidor.visible);
+    estado.gModoGauge = modo_gauge::sinDuenio;
+    EXPECT_EQ(dibujar(7, 10), 70);
+    dibujar(0);
+    EXPECT_FALSE(vista.medidor.visible);
+}
+
+TEST(TablaErrores, SeLeeDeCeroAMil) {
+    const TablaErrores errores;
+    EXPECT_EQ(errores(180), "Error de protección en indexados ... Debe Reiniciar Windows");
+    EXPECT_EQ(errores(0), "");
+    EXPECT_EQ(errores(1000), "");
+    EXPECT_THROW(errores(1001), std::out_of_range);
+    EXPECT_THROW(errores(-1), std::out_of_range);
+}
+
+}  // namespace
+}  // namespace tarvoline::core
