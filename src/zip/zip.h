@@ -26,8 +26,11 @@ inline constexpr int estructura = 110;  // damaged archive, or a name that would
 inline constexpr int memoria = 120;
 inline constexpr int nadaQueHacer = 140;  // nothing matched
 inline constexpr int discoLleno = 150;
-inline constexpr int abortado = 190;      // the caller's progress asked to stop
-inline constexpr int errorArchivo = 400;  // an input could not be read; the others are in the archive
+inline constexpr int abortado = 190;   // the caller's progress asked to stop
+inline constexpr int escritura = 250;  // the archive could not be written, for another reason than room
+// Packing: an input could not be read, the others are in the archive. Listing and unpacking: the archive
+// could not be read, or a file below the target could not be written.
+inline constexpr int errorArchivo = 400;
 }  // namespace codigo
 
 // One file on disk and the name that it gets in the archive ("/" separates).
