@@ -1,5 +1,7 @@
 #include "data/fechas.h"
 
+#include <algorithm>
+
 #include "core/texto.h"
 #include "data/utilidades.h"
 
@@ -67,6 +69,12 @@ std::string guardarCompleta(std::string_view fecha) {
     return std::string(noEsFecha);
 }
 
+// The year of today with its last digits replaced: "24" and "024" both give 2024.
+std::string conSiglo(const CapaDatos& capa, const std::string& ultimasCifras) {
+    const auto hoy = core::conCeros(capa.reloj.local().anio, 4);
+    return hoy.substr(0, hoy.size() - std::min(hoy.size(), ultimasCifras.size())) + ultimasCifras;
+}
+
 }  // namespace
 
 std::string FechaNormal(const CapaDatos& capa, std::string_view fecha, bool completa) {
@@ -85,7 +93,7 @@ std::string FechaNormal(const CapaDatos& capa, std::string_view fecha, bool comp
             return guardar(fecha);
         case 9:
             return trozo(fecha, 1, 2) + "/" + trozo(fecha, 4, 2) + "/" +
-                   core::conCeros(capa.reloj.local().anio / 100, 2) + trozo(fecha, 7, 2);
+                   conSiglo(capa, core::Recortar(trozo(fecha, 7, 3)));
         case 10:
             return trozo(fecha, 4, 2) + "/" + trozo(fecha, 1, 2) + "/" + trozo(fecha, 9, 2);
         default:
