@@ -28,30 +28,14 @@ char32_t aMayuscula(char32_t codigo) {
     if ((codigo >= 'a' && codigo <= 'z') || (codigo >= 0xE0 && codigo <= 0xFE && codigo != 0xF7)) {
         return codigo - 0x20;
     }
-    switch (codigo) {
-        case 0xFF:
-            return 0x178;
-        case 0x131:  // dotless i
-            return 'I';
-        case 0x17F:  // long s
-            return 'S';
-        default:
-            return parExtendido(codigo, Caja::mayuscula);
-    }
+    return codigo == 0xFF ? 0x178 : parExtendido(codigo, Caja::mayuscula);
 }
 
 char32_t aMinuscula(char32_t codigo) {
     if ((codigo >= 'A' && codigo <= 'Z') || (codigo >= 0xC0 && codigo <= 0xDE && codigo != 0xD7)) {
         return codigo + 0x20;
     }
-    switch (codigo) {
-        case 0x178:
-            return 0xFF;
-        case 0x130:  // I with a dot
-            return 'i';
-        default:
-            return parExtendido(codigo, Caja::minuscula);
-    }
+    return codigo == 0x178 ? 0xFF : parExtendido(codigo, Caja::minuscula);
 }
 
 // Bytes that are no characters stay as they are.

@@ -38,8 +38,9 @@ std::size_t longitudTexto(std::string_view utf8);
 // `cuantos` characters from `desde`, which counts from 1; what lies outside is left out.
 std::string Mid(std::string_view utf8, std::size_t desde, std::size_t cuantos = std::string_view::npos);
 
-// Case of the letters of Latin-1 and Latin Extended-A, not of ASCII alone. "ß" and letters whose other case
-// lies elsewhere ("µ", "ƒ") stay; bytes that are no UTF-8 stay.
+// Case of the letters of Latin-1 and Latin Extended-A, one letter for one, so that upper and lower case undo
+// each other. Letters without a partner of their own stay ("ß", "µ", "ƒ", the dotless i), and so do bytes
+// that are no UTF-8.
 std::string Mayusculas(std::string_view utf8);
 std::string Minusculas(std::string_view utf8);
 bool igualSinCaja(std::string_view a, std::string_view b);
