@@ -58,22 +58,28 @@ std::string carpetaRegistro() {
 }
 
 std::unique_ptr<Registro> crearRegistro(platform::SistemaArchivos& archivos, const std::string& carpeta,
-                                        const std::string& nombre) {
-    auto consola = std::make_shared<spdlog::sinks::stderr_sink_mt>();
+                                        const std::string& nombre, bool enConsola) {
+    const auto consola = std::make_shared<spdlog::sinks::stderr_sink_mt>();
     consola->set_pattern("%l: %v");
-    auto logger = std::make_shared<spdlog::logger>(nombre, consola);
+    std::vector<spdlog::sink_ptr> destinos;
+    std::string motivo;
+    try {
+        archivos.crearDirectorios(carpeta, 0700);
+        destinos.push_back(abrirArchivo(carpeta + platform::separador + nombre + ".log"));
+    } catch (const std::exception& error) {
+        motivo = error.what();
+    }
+    if (enConsola || destinos.empty()) {
+        destinos.push_back(consola);
+    }
+    const auto logger = std::make_shared<spdlog::logger>(nombre, destinos.begin(), destinos.end());
     logger->set_error_handler([consola](const std::string& fallo) {
-        consola->log(
-            spdlog::details::log_msg("", spdlog::level::err, "the log could not be written: " + fallo));
+        consola->log({"", spdlog::level::err, "the log could not be written: " + fallo});
     });
     logger->flush_on(spdlog::level::info);
     auto registro = std::make_unique<RegistroSpdlog>(logger);
-    try {
-        archivos.crearDirectorios(carpeta, 0700);
-        logger->sinks().insert(logger->sinks().begin(),
-                               abrirArchivo(carpeta + platform::separador + nombre + ".log"));
-    } catch (const std::exception& error) {
-        registro->aviso("no log file: " + std::string(error.what()));
+    if (!motivo.empty()) {
+        registro->aviso("no log file: " + motivo);
     }
     return registro;
 }

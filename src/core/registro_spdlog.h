@@ -16,9 +16,9 @@ inline constexpr std::size_t archivosRegistro = 5;         // kept beside the ne
 std::string carpetaRegistro();
 
 // Writes `carpeta`/`nombre`.log, made when missing (folder 0700, files 0600), each line at once: time, level,
-// process, text on one line. Standard error gets level and text. When the file cannot be opened or written,
-// standard error alone is used; the log itself never throws.
+// process, text on one line. Standard error gets level and text too, unless `enConsola` is false. When the
+// file cannot be opened, standard error alone is used; the log itself never throws.
 std::unique_ptr<Registro> crearRegistro(platform::SistemaArchivos& archivos, const std::string& carpeta,
-                                        const std::string& nombre = "tarvoline");
+                                        const std::string& nombre = "tarvoline", bool enConsola = true);
 
 }  // namespace tarvoline::core
