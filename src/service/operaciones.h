@@ -1,6 +1,9 @@
 // The backup service as a library: each operation with typed arguments, under one user's identity. No boxes,
-// no state, no settings. A result may be a text that begins with "ERROR"; anything raised is
-// soap::ErrorServicio.
+// no state, no settings.
+//
+// The service reports a failure of its own in the result, as a text that begins with "ERROR"
+// (core::esError); every other failure (no network, an unreadable WSDL, a fault, a broken reply) is raised as
+// soap::ErrorServicio. Arguments travel by position: parameter names of the WSDL are free.
 #pragma once
 
 #include <cstdint>
@@ -9,6 +12,7 @@
 #include <vector>
 
 #include "core/credencial.h"
+#include "service/respuestas.h"
 #include "soap/cliente.h"
 
 namespace tarvoline::service {
@@ -17,21 +21,23 @@ namespace tarvoline::service {
 struct Identidad {
     std::string usuario;
     std::string password;
-    std::string carpeta;
-    std::string cuenta;  // account code, upper case
+    std::string carpeta;  // folder of the user on the service
+    std::string cuenta;   // account code, upper case
 };
 
 // A client of the service for one routine: made (and its WSDL read) at the start of the routine, dropped at
-// its end. Each operation takes a fresh one-time credential first (one more client and a call of DTS), then
-// calls. File names are escaped on the way out.
+// its end. An operation first takes a fresh one-time credential, which costs one more client and a call of
+// `DTS`, then calls; so no credential travels twice. File names are escaped on the way out.
 class ClienteServicio {
   public:
-    // Reads the WSDL. Throws soap::ErrorServicio.
+    // Reads the WSDL. `fuente` yields the filler of the credentials; copies of one source share their
+    // generator. Throws soap::ErrorServicio. `conexion` is borrowed.
     ClienteServicio(soap::Conexion& conexion, std::string url,
                     core::FuenteAleatoria fuente = core::fuenteAleatoria());
 
     // A new credential from `clave`, good for one call.
     std::string CredencialServicio(std::string_view clave);
+    // Fault detail of the last failed call of an operation; "" when it was no fault.
     const std::string& detail() const { return cliente_.detail(); }
 
     std::string DatosUsuario(const Identidad& quien);
@@ -40,9 +46,11 @@ class ClienteServicio {
     std::string listadocarpetas(const Identidad& quien);
     std::string ListadoArchivos(const Identidad& quien, std::string_view tipo);
     std::string FileSize(const Identidad& quien, std::string_view tipo, std::string_view nombre);
-    // `posicion` counts from 1.
+    // Sends all of `bytes`, to be stored from `posicion` on, which counts from 1. The buffer comes back with
+    // its content, so that a loop needs one only.
     std::string Backup(const Identidad& quien, std::string_view tipo, std::string_view nombre,
-                       soap::Bytes bytes, std::int32_t posicion);
+                       soap::Bytes& bytes, std::int32_t posicion);
+    // Fills `bytes` with what the service gives for `cuantos` bytes from `posicion` on.
     std::string Restore(const Identidad& quien, std::string_view tipo, std::string_view nombre,
                         std::int32_t posicion, std::int32_t cuantos, soap::Bytes& bytes);
     std::string EliminarArchivo(const Identidad& quien, std::string_view tipo, std::string_view nombre);
@@ -50,23 +58,22 @@ class ClienteServicio {
     std::string CarpetasNserie(std::string_view codigo);  // no credential
     std::string GrabarHistorico(const Identidad& quien, std::string_view texto);
     std::string LeerHistorico(const Identidad& quien, std::string_view filtro);
+
+    // Whether the service tells contracted capacities, and the one of `codigo` in GB, decimal digits.
     bool ofreceCapacidad() const { return cliente_.ofrece("CapacidadContratada"); }
-    std::string CapacidadContratada(const Identidad& quien);
+    std::string CapacidadContratada(const Identidad& quien, std::string_view codigo);
 
   private:
+    // The operation with user and fresh credential in front of `resto`, whose by-reference values come back.
+    std::string llamar(std::string_view operacion, const Identidad& quien, std::vector<soap::Valor>& resto);
+    std::string llamar(std::string_view operacion, const Identidad& quien, std::vector<soap::Valor>&& resto) {
+        return llamar(operacion, quien, resto);
+    }
+
     soap::Conexion& conexion_;
     std::string url_;
     core::FuenteAleatoria fuente_;
     soap::ClienteSoap cliente_;
 };
-
-// Trimmed field 2 of the first record that has one, or of the last record read: the user's account code.
-std::string codigoDeDatosUsuario(std::string_view resultado);
-
-struct UsuarioCuenta {
-    std::string usuario, password, etiqueta;
-};
-// The records of CarpetasNserie; blank ones are left out.
-std::vector<UsuarioCuenta> leerUsuariosCuenta(std::string_view resultado);
 
 }  // namespace tarvoline::service

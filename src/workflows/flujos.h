@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "core/credencial.h"
 #include "core/entorno.h"
 #include "link/contexto.h"
 #include "service/operaciones.h"
@@ -64,6 +65,7 @@ class Flujos {
     core::Entorno& entorno_;
     soap::Conexion& conexion_;
     link::Contexto& enlaces_;
+    core::FuenteAleatoria fuente_;  // one generator for all credentials of the run
     std::unique_ptr<Panel> panel_;
     std::unique_ptr<ConfiguracionEmpresa> configuracion_;
     std::unique_ptr<Listados> listados_;

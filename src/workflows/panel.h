@@ -9,6 +9,9 @@
 
 namespace tarvoline::workflows {
 
+// Title of the boxes that have one.
+inline constexpr std::string_view tituloPrograma = "Tarvoline";
+
 class Panel : public Flujo {
   public:
     using Flujo::Flujo;
@@ -25,11 +28,16 @@ class Panel : public Flujo {
     // The gauge (core/barra.h) on the window's view.
     void Barra(double valor, double total = 0);
     void Turno() { entorno_.escritorio.Turno(); }
+    // A box with a step mark, in trace mode only.
+    void Traza(std::string_view marca);
+    // A size in bytes in the display unit with its name: "12.30 MB".
+    std::string enUnidad(double bytes) const;
 
     // Runs one entry of the person (a button, a picture, a double click): returns at once while another runs
     // or the views are being refreshed; else clears the flags of the run before, runs `accion`, and on the
     // way out puts pointer, lock, gauge and panel back. What `accion` throws is shown as a warning titled
-    // "Tarvoline". Returns whether `accion` ran to its end.
+    // "Tarvoline". Returns whether `accion` ran to its end. gDetener and gInterrumpido are left as the action
+    // left them, for whoever tells the outcome.
     bool entrada(const std::function<void()>& accion);
 
   private:
