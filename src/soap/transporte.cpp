@@ -201,7 +201,10 @@ CURLcode Transporte::Curl::ejecutar(const std::string& url, const Cabeceras& lin
     poner(CURLOPT_HTTPHEADER, lineas.lista());
     const CURLcode codigo = curl_easy_perform(facil.get());
     poner(CURLOPT_HTTPHEADER, static_cast<curl_slist*>(nullptr));
-    return excedida ? CURLE_FILESIZE_EXCEEDED : codigo;
+    if (excedida) return CURLE_FILESIZE_EXCEEDED;
+    // The same code stands for an address and for an answer that is no HTTP; only the first comes before
+    // sending.
+    return codigo == CURLE_UNSUPPORTED_PROTOCOL && empezada ? CURLE_WEIRD_SERVER_REPLY : codigo;
 }
 
 Transporte::Transporte(OpcionesTransporte opciones, const std::function<void(bool)>& alEsperar)

@@ -1,0 +1,25 @@
+# tarvoline_fuzz(<name> SOURCE <file in fuzz/> CORPUS <folder in fuzz/> LINK ... [VUELTAS n]): an entry of
+# libFuzzer's form. With TARVOLINE_FUZZ it becomes a fuzzer; else a CTest case that runs the corpus and n seeded
+# mutations of it (fuzz/conductor.cpp).
+option(TARVOLINE_FUZZ "Build the fuzzers (Clang)" OFF)
+
+function(tarvoline_fuzz nombre)
+  cmake_parse_arguments(A "" "SOURCE;CORPUS;VUELTAS" "LINK" ${ARGN})
+  if(NOT A_VUELTAS)
+    set(A_VUELTAS 4000)
+  endif()
+  set(carpeta "${PROJECT_SOURCE_DIR}/fuzz")
+  if(TARVOLINE_FUZZ)
+    add_executable(${nombre} "${carpeta}/${A_SOURCE}")
+    target_link_options(${nombre} PRIVATE -fsanitize=fuzzer)
+    set(argumentos -runs=${A_VUELTAS} "${carpeta}/${A_CORPUS}")
+  else()
+    add_executable(${nombre} "${carpeta}/${A_SOURCE}" "${carpeta}/conductor.cpp")
+    set(argumentos ${A_VUELTAS} "${carpeta}/${A_CORPUS}")
+  endif()
+  target_include_directories(${nombre} PRIVATE "${PROJECT_SOURCE_DIR}/src")
+  target_link_libraries(${nombre} PRIVATE ${A_LINK})
+  set_target_properties(${nombre} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+  add_test(NAME ${nombre} COMMAND ${nombre} ${argumentos})
+  set_tests_properties(${nombre} PROPERTIES TIMEOUT 120)
+endfunction()
