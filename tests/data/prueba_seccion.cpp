@@ -1,6 +1,8 @@
 // The text section: its form, its search and prefix rules, its locks, and a random run against a simple
 // model.
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <random>
@@ -119,6 +121,41 @@ TEST_F(Seccion, ConBloqueoAjenoNoSeEscribe) {
     EXPECT_EQ(leer("A"), "2");
     // The lock went with the operation.
     EXPECT_TRUE(otro->podriaBloquear(platform::todoElArchivo, platform::TipoBloqueo::exclusivo));
+}
+
+// Programs that write at the same time lose none of each other's lines.
+TEST_F(Seccion, VariosProgramasALaVez) {
+    constexpr int procesos = 4, lineas = 25;
+    archivo("");
+    mundo.capa.gMultiusuario = true;
+    mundo.capa.reintentosEmpresa = {};
+    std::vector<pid_t> hijos;
+    for (int p = 0; p < procesos; ++p) {
+        const pid_t hijo = fork();
+        ASSERT_GE(hijo, 0);
+        if (hijo == 0) {
+            int fallos = 0;
+            for (int i = 0; i < lineas; ++i) {
+                try {
+                    poner("P" + std::to_string(p) + "L" + core::conCeros(i, 2), "v" + std::to_string(i));
+                } catch (const std::exception&) {
+                    ++fallos;
+                }
+            }
+            _exit(fallos);
+        }
+        hijos.push_back(hijo);
+    }
+    for (const pid_t hijo : hijos) {
+        int estado = 0;
+        ASSERT_EQ(waitpid(hijo, &estado, 0), hijo);
+        EXPECT_EQ(estado, 0);
+    }
+    for (int p = 0; p < procesos; ++p) {
+        for (int i = 0; i < lineas; ++i) {
+            EXPECT_EQ(leer("P" + std::to_string(p) + "L" + core::conCeros(i, 2)), "v" + std::to_string(i));
+        }
+    }
 }
 
 // The rules once more, on a list of pairs.
