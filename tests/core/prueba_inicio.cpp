@@ -383,7 +383,7 @@ TEST_F(PruebaInicio, SinArchivoDeIdiomaNoArrancaYDiceLaRuta) {
 TEST_F(PruebaInicio, ConAjustesIlegiblesNoArrancaNiEscribe) {
     nucleo.memoria.fallarAlLeer = true;
     EXPECT_EQ(arrancarSinPersona("1"), noArranca);
-    EXPECT_TRUE(nucleo.registro.dice("the settings cannot be read"));
+    EXPECT_TRUE(nucleo.registro.dice("error Tarvoline: "));
     EXPECT_EQ(nucleo.memoria.grabaciones, 0);
     EXPECT_TRUE(caminos.llamadas.empty());
 }
