@@ -65,7 +65,8 @@ class ArchivoMemoria final : public Archivo {
     void truncar(std::uint64_t longitud) override {
         const auto turno = entrar();
         exigirEscritura();
-        const auto [desde, hasta] = std::minmax<std::uint64_t>(nodo_->datos.size(), longitud);
+        const std::uint64_t actual = nodo_->datos.size();
+        const auto [desde, hasta] = std::minmax(actual, longitud);
         exigirLibre({desde, hasta - desde}, TipoBloqueo::exclusivo);
         nodo_->cambiar({longitud, std::nullopt});
         nodo_->modificado = interior_->tic();

@@ -167,10 +167,7 @@ void ArchivosMemoria::crearDirectorios(std::string_view ruta, unsigned /*modo*/)
         hecha = unirRuta(hecha, parte);
         Lugar lugar = localizar(hecha);
         if (!lugar.nodo) cambiarNombres({{&lugar, nuevoNodo(true)}});
-        if (lugar.nodo && !lugar.nodo->esDirectorio) {
-            const bool ultima = localizar(ruta).nodo == lugar.nodo;
-            fallar(ultima ? error_archivo::ruta : error_archivo::rutaNoExiste, lugar.ruta);
-        }
+        if (lugar.nodo && !lugar.nodo->esDirectorio) fallar(error_archivo::ruta, lugar.ruta);
     }
 }
 
@@ -233,24 +230,33 @@ std::string ArchivosMemoria::resolver(std::string_view ruta) {
     return localizar(ruta).ruta;
 }
 
+// Only the seeded names become safe: others of the folder keep waiting for their synchronisation.
+std::shared_ptr<Nodo> ArchivosMemoria::sembrarNodo(std::string_view ruta, bool esDirectorio) {
+    auto nodo = interior_->raiz;
+    const std::vector<std::string> partes = partesDe(ruta);
+    for (std::size_t i = 0; i < partes.size(); ++i) {
+        const std::string nombre = nombreReal(*nodo, partes[i]);
+        auto& hijo = nodo->hijos[nombre];
+        const bool querido = esDirectorio || i + 1 < partes.size();
+        if (!hijo) hijo = nuevoNodo(querido);
+        if (hijo->esDirectorio != querido) fallar(error_archivo::ruta, std::string(ruta));
+        nodo->hijosSeguros[nombre] = hijo;
+        nodo = hijo;
+    }
+    return nodo;
+}
+
 void ArchivosMemoria::sembrarDirectorio(std::string_view ruta) {
     const std::lock_guard turno(interior_->mutex);
-    crearDirectorios(ruta);
-    std::string hecha = "/";
-    for (const std::string& parte : partesDe(ruta)) {
-        sincronizarDirectorio(hecha);
-        hecha = unirRuta(hecha, parte);
-    }
+    sembrarNodo(ruta, true);
 }
 
 void ArchivosMemoria::sembrar(std::string_view ruta, std::string_view contenido) {
     const std::lock_guard turno(interior_->mutex);
-    const std::string carpeta = carpetaDe(ruta);
-    sembrarDirectorio(carpeta);
-    const auto archivo = abrir(ruta, Apertura::vaciar);
-    archivo->escribir(0, comoBytes(contenido));
-    archivo->sincronizar();
-    sincronizarDirectorio(carpeta);
+    const auto nodo = sembrarNodo(ruta, false);
+    const auto bytes = comoBytes(contenido);
+    nodo->datos.assign(bytes.begin(), bytes.end());
+    nodo->asegurarContenido();
 }
 
 void ArchivosMemoria::perderNoSincronizado(std::uint64_t semilla) {
@@ -266,7 +272,7 @@ std::vector<std::string> ArchivosMemoria::todas() {
                                                                            const std::string& ruta) {
         for (const auto& [nombre, hijo] : nodo.hijos) {
             rutas.push_back(ruta + nombre + (hijo->esDirectorio ? "/" : ""));
-            if (hijo->esDirectorio) andar(*hijo, rutas.back());
+            if (hijo->esDirectorio) andar(*hijo, std::string(rutas.back()));
         }
     };
     andar(*interior_->raiz, "/");

@@ -58,6 +58,7 @@ class ArchivosMemoria final : public platform::SistemaArchivos {
     Lugar localizar(std::string_view ruta) const;
     void cambiarNombres(std::vector<std::pair<Lugar*, std::shared_ptr<memoria::Nodo>>> cambios);
     std::shared_ptr<memoria::Nodo> nuevoNodo(bool esDirectorio);
+    std::shared_ptr<memoria::Nodo> sembrarNodo(std::string_view ruta, bool esDirectorio);
 
     std::shared_ptr<memoria::Interior> interior_;
 };
