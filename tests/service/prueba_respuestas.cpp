@@ -1,0 +1,68 @@
+#include "service/respuestas.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace tarvoline::service {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+TEST(Respuestas, CodigoDeCuenta) {
+    struct Caso {
+        const char* respuesta;
+        const char* codigo;
+    };
+    for (const auto& caso : {
+             Caso{"1-maria-ABC12-Nombre", "ABC12"},
+             Caso{"1-maria- ABC12 ", "ABC12"},
+             Caso{"1-maria--x|2-luis-DEF|3-eva-GHI", "DEF"},
+             Caso{" |1-maria-ABC", "ABC"},
+             Caso{"1-maria-|2-luis-", ""},
+             Caso{"|", ""},
+             Caso{"", ""},
+             Caso{"maria", ""},
+         }) {
+        EXPECT_EQ(codigoDeDatosUsuario(caso.respuesta), caso.codigo) << caso.respuesta;
+    }
+}
+
+TEST(Respuestas, UsuariosDeUnaCuenta) {
+    const auto usuarios = leerUsuariosCuenta("0- maria -secreta-María Pérez| |0-luis-otra|");
+    ASSERT_EQ(usuarios.size(), 2U);
+    EXPECT_EQ(usuarios[0].usuario, "maria");
+    EXPECT_EQ(usuarios[0].password, "secreta");
+    EXPECT_EQ(usuarios[0].etiqueta, "María Pérez");
+    EXPECT_EQ(usuarios[1].password, "otra");
+    EXPECT_EQ(usuarios[1].etiqueta, "");
+    EXPECT_THAT(leerUsuariosCuenta(""), IsEmpty());
+}
+
+TEST(Respuestas, HistoricoConUnHueco) {
+    const auto entradas = leerHistorico("7@/01/02/2024 10:11:12@/ana ha subido@/DATOS| |8@/x");
+    ASSERT_EQ(entradas.size(), 3U);
+    EXPECT_EQ(entradas[0].momento, "01/02/2024 10:11:12");
+    EXPECT_EQ(entradas[0].texto, "ana ha subido");
+    EXPECT_EQ(entradas[0].columna, "DATOS");
+    EXPECT_EQ(entradas[1].texto, "");
+    EXPECT_EQ(entradas[2].momento, "x");
+    EXPECT_THAT(leerHistorico(""), IsEmpty());
+}
+
+TEST(Respuestas, Nombres) {
+    EXPECT_THAT(leerNombres("uno\tdos\t\ttres\t"), ElementsAre("uno", "dos", "tres"));
+    EXPECT_THAT(leerNombres(""), IsEmpty());
+}
+
+TEST(Respuestas, TamanoDe32Bits) {
+    EXPECT_EQ(leerTamano("2147483647"), 2147483647);
+    EXPECT_EQ(leerTamano(""), 0);
+    EXPECT_THROW(leerTamano("2147483648"), std::overflow_error);
+    EXPECT_THROW(leerTamano("-1"), std::overflow_error);
+}
+
+}  // namespace
+}  // namespace tarvoline::service
