@@ -76,7 +76,10 @@ std::string componerEstadoEjecucion(const EstadoEjecucion& ejecucion) {
 void escribirEstadoEjecucion(platform::SistemaArchivos& archivos, const std::string& ruta,
                              const EstadoEjecucion& ejecucion) {
     archivos.crearDirectorios(SepararRuta(ruta).directorio, 0700);
-    platform::escribirAtomico(archivos, ruta, componerEstadoEjecucion(ejecucion), 0600);
+    const auto nuevo = ruta + ".nuevo";
+    archivos.abrir(nuevo, platform::Apertura::vaciar, platform::Comparticion::libre, 0600)
+        ->escribir(0, platform::comoBytes(componerEstadoEjecucion(ejecucion)));
+    archivos.renombrar(nuevo, ruta);
 }
 
 }  // namespace tarvoline::core

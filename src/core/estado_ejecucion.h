@@ -32,7 +32,8 @@ struct EstadoEjecucion {
 inline constexpr const char* nombreEstadoEjecucion = "estado.json";
 
 std::string componerEstadoEjecucion(const EstadoEjecucion& ejecucion);
-// Whole or not at all, readable by its owner only; the folder is made when missing. Throws
+// A reader sees the old file or the new, never a part; only its owner may read it; the folder is made when
+// missing. It is not forced to the device: a run with nothing to do would mostly wait for that. Throws
 // platform::ErrorArchivo.
 void escribirEstadoEjecucion(platform::SistemaArchivos& archivos, const std::string& ruta,
                              const EstadoEjecucion& ejecucion);
