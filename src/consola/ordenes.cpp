@@ -38,6 +38,7 @@ void Ordenes::preparar() {
     auto& entorno = montaje_.entorno();
     core::prepararTextos(entorno);
     estado.gProducto = opciones_.crm ? "VXCRM" : "VELDORIX";
+    estado.gDatosDir = entorno.ajustes.leerCarpeta("DATOS_DIR", estado.gProducto);
     core::prepararServicio(entorno);
     estado.gModoGauge = core::modo_gauge::ventanaPrincipal;
     escritorio_.parar(estado);

@@ -69,15 +69,27 @@ int Inicio::Main(std::string_view ordenes) {
     return codigo;
 }
 
-void Inicio::preparar(std::string_view ordenes) {
-    auto& estado = entorno_.estado;
+void prepararTextos(Entorno& entorno) {
+    auto& estado = entorno.estado;
     estado.gDecimalesMoneda = platform::digitosMonedaLocal();
-    estado.gDirectorio = entorno_.carpetas.DirectorioPrograma();
+    estado.gDirectorio = entorno.carpetas.DirectorioPrograma();
     estado.gEnReposo = true;
     ponerFrases(estado);
-    CargarIdioma(entorno_, nombreIdioma(entorno_));
+    CargarIdioma(entorno, nombreIdioma(entorno));
     estado.gRefrescando = false;
     estado.gModoGauge = modo_gauge::ninguno;
+}
+
+void prepararServicio(Entorno& entorno) {
+    auto& estado = entorno.estado;
+    estado.gUnidadTamano = ValEntero(entorno.almacen.Leer("Visualiza datos en", "BACKUP", "2"));
+    estado.gCarpeta = "DATOS";
+    estado.gUrlServicio = elegirUrlServicio(entorno);
+}
+
+void Inicio::preparar(std::string_view ordenes) {
+    auto& estado = entorno_.estado;
+    prepararTextos(entorno_);
     elegirProducto(ordenes);
     estado.gDatosDir = entorno_.ajustes.leerCarpeta("DATOS_DIR", estado.gProducto);
     // Another instance may be packing or sending what would be deleted.
@@ -85,9 +97,7 @@ void Inicio::preparar(std::string_view ordenes) {
         ignorandoErrores(entorno_, "LimpiarZipsTemporales", [&] { caminos_.LimpiarZipsTemporales(); });
     }
     estado.gInicio = true;
-    estado.gUnidadTamano = ValEntero(entorno_.almacen.Leer("Visualiza datos en", "BACKUP", "2"));
-    estado.gCarpeta = "DATOS";
-    estado.gUrlServicio = elegirUrlServicio(entorno_);
+    prepararServicio(entorno_);
 }
 
 // An empty command line says nothing of the product, so an upload that only VXCRM has interrupted makes it

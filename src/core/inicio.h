@@ -61,6 +61,12 @@ std::string productoDeOrdenes(std::string_view ordenes);
 // the product); one that contains "localhost" takes its host from key IP of section qzback instead.
 std::string elegirUrlServicio(Entorno& entorno);
 
+// The parts of the start that every program needs, in this order, the product being chosen between them:
+// folders, history phrases and the language table (throws ErrorIdioma); then display unit, service folder and
+// address.
+void prepararTextos(Entorno& entorno);
+void prepararServicio(Entorno& entorno);
+
 class Inicio {
   public:
     // `rutaEstado`: the status file of unattended runs (core/estado_ejecucion.h). All others are borrowed and

@@ -1,6 +1,5 @@
 // Ending processes by name.
 #include <poll.h>
-#include <sys/pidfd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -19,6 +18,11 @@
 #include "platform/posix/errores.h"
 #include "platform/procesos.h"
 #include "platform/rutas.h"
+
+// Not every C library says in this header that its functions are C's.
+extern "C" {
+#include <sys/pidfd.h>
+}
 
 namespace tarvoline::platform {
 
