@@ -72,7 +72,8 @@ comparar() {
 
 copiar_empresa() {
   paso 'A company is made and marked as pending'
-  "$bin/tarvoline-demo" --carpeta "$casa/empresas" --nombre 'Panadería Núñez' --usuario ana --clave Ana2024 ||
+  "$bin/tarvoline-demo" --carpeta "$casa/empresas" --nombre 'Panadería Núñez' --usuario ana --clave Ana2024 \
+    --adjuntos "$casa/Documentación" ||
     fallo 'the demo company'
   original=$(find "$casa/empresas" -maxdepth 1 -iname '*.QZT')
   "$bin/tarvoline-ajustes" grabar EMP1 "\"$original\"" -s NETBACKUP -p VELDORIX
