@@ -1,6 +1,7 @@
 #include "server/conexiones.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "server/flujo.h"
 #include "server/zocalo.h"
@@ -54,6 +55,9 @@ void ColaConexiones::shutdown() {
 
 ServidorHttp::ServidorHttp(const ContextoTls* tls) : tls_(tls) {
     set_payload_max_length(maximoPeticion);
+    // What the replies say of a kept connection.
+    set_keep_alive_max_count(std::numeric_limits<int>::max());
+    set_keep_alive_timeout(plazoOcioso.count());
     set_socket_options(zocalo::prepararEscucha);
     new_task_queue = [] { return new ColaConexiones(maximoConexiones); };
 }

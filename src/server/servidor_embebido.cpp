@@ -21,7 +21,8 @@ constexpr std::chrono::seconds entreSincronizaciones{5};
 
 std::unique_ptr<platform::Archivo> ocuparRaiz(platform::SistemaArchivos& archivos, const std::string& raiz) {
     archivos.crearDirectorios(raiz, 0700);
-    auto cerrojo = archivos.abrir(raiz + "/servicio.lock", platform::Apertura::crear);
+    auto cerrojo = archivos.abrir(raiz + "/servicio.lock", platform::Apertura::crear,
+                                  platform::Comparticion::libre, 0600);
     if (!cerrojo->bloquear(platform::todoElArchivo, platform::TipoBloqueo::exclusivo)) {
         throw ErrorServidor("otro servicio usa ya la carpeta " + raiz);
     }

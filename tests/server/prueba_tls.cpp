@@ -1,0 +1,113 @@
+// With a certificate: calls go over TLS only, and the plain port says where.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <openssl/evp.h>
+#include <openssl/pem.h>
+#include <openssl/x509v3.h>
+
+#include <memory>
+
+#include "server/servicio_prueba.h"
+#include "soap/cliente.h"
+
+namespace tarvoline {
+namespace {
+
+template <auto liberar>
+struct Liberador {
+    template <typename T>
+    void operator()(T* cosa) const {
+        liberar(cosa);
+    }
+};
+
+// A certificate for 127.0.0.1 that signs itself, good for a day.
+void hacerCertificado(const std::string& rutaCertificado, const std::string& rutaClave) {
+    const std::unique_ptr<EVP_PKEY, Liberador<EVP_PKEY_free>> clave(EVP_EC_gen("P-256"));
+    const std::unique_ptr<X509, Liberador<X509_free>> certificado(X509_new());
+    X509_set_version(certificado.get(), X509_VERSION_3);
+    ASN1_INTEGER_set(X509_get_serialNumber(certificado.get()), 1);
+    X509_gmtime_adj(X509_getm_notBefore(certificado.get()), -3600);
+    X509_gmtime_adj(X509_getm_notAfter(certificado.get()), 86400);
+    X509_set_pubkey(certificado.get(), clave.get());
+    X509_NAME* const nombre = X509_get_subject_name(certificado.get());
+    X509_NAME_add_entry_by_txt(nombre, "CN", MBSTRING_ASC, reinterpret_cast<const unsigned char*>("prueba"),
+                               -1, -1, 0);
+    X509_set_issuer_name(certificado.get(), nombre);
+    const std::unique_ptr<X509_EXTENSION, Liberador<X509_EXTENSION_free>> direccion(
+        X509V3_EXT_conf_nid(nullptr, nullptr, NID_subject_alt_name, "IP:127.0.0.1"));
+    X509_add_ext(certificado.get(), direccion.get(), -1);
+    X509_sign(certificado.get(), clave.get(), EVP_sha256());
+    const std::unique_ptr<FILE, Liberador<std::fclose>> salida(std::fopen(rutaCertificado.c_str(), "w"));
+    PEM_write_X509(salida.get(), certificado.get());
+    const std::unique_ptr<FILE, Liberador<std::fclose>> salidaClave(std::fopen(rutaClave.c_str(), "w"));
+    PEM_write_PrivateKey(salidaClave.get(), clave.get(), nullptr, nullptr, 0, nullptr, nullptr);
+}
+
+TEST(ServicioTls, CallsGoOverTlsOnly) {
+    pruebas::CarpetaPrueba carpeta;
+    const std::string certificado = carpeta.ruta("cert.pem");
+    hacerCertificado(certificado, carpeta.ruta("clave.pem"));
+    server::OpcionesServicio opciones;
+    opciones.certificado = certificado;
+    opciones.claveCertificado = carpeta.ruta("clave.pem");
+    pruebas::ServicioEnMarcha servicio(opciones);
+
+    // In clear only the contract is had, and it points to the other port.
+    pruebas::ClientePrueba llano = servicio.cliente();
+    EXPECT_THROW(llano.con("DatosUsuario"), pruebas::FalloSoap);
+    const std::string seguro = "https://127.0.0.1:" + std::to_string(servicio.servicio->puertoTls());
+    EXPECT_THAT(llano.http().Get("/qzbackup/service.asmx?wsdl")->body,
+                testing::HasSubstr("\"" + seguro + "/qzbackup/service.asmx\""));
+
+    soap::Conexion conexion({.certificados = certificado});
+    soap::ClienteSoap cliente(conexion);
+    cliente.Iniciar(servicio.servicio->url());
+    const auto credencial = [&] {
+        return core::CodificarClave(cliente.Llamar("DTS", {}) + "secreta1", core::fuenteAleatoria());
+    };
+    const std::string contenido = pruebas::relleno(262145);
+    const auto* const octetos = reinterpret_cast<const std::byte*>(contenido.data());
+    const soap::Bytes bytes(octetos, octetos + contenido.size());
+    std::vector<soap::Valor> subida{"ANA",      credencial(), "AC01", "DATOS",
+                                    "PERSONAL", "x",          bytes,  std::int32_t{1}};
+    EXPECT_EQ(cliente.Llamar("Backup", subida), "");
+    std::vector<soap::Valor> bajada{"ANA",           credencial(),         "DATOS",      "PERSONAL", "x",
+                                    std::int32_t{1}, std::int32_t{262145}, soap::Bytes{}};
+    EXPECT_EQ(cliente.Llamar("Restore", bajada), "");
+    EXPECT_EQ(std::get<soap::Bytes>(bajada[7]), bytes);
+
+    soap::Conexion desconfiada;
+    soap::ClienteSoap otro(desconfiada);
+    otro.Iniciar(servicio.servicio->url());
+    EXPECT_THROW(otro.Llamar("DTS", {}), soap::ErrorServicio) << "the certificate is not one of the system's";
+}
+
+TEST(ServicioTls, StrangersOnTheLineDisturbNobody) {
+    pruebas::CarpetaPrueba carpeta;
+    hacerCertificado(carpeta.ruta("cert.pem"), carpeta.ruta("clave.pem"));
+    server::OpcionesServicio opciones;
+    opciones.certificado = carpeta.ruta("cert.pem");
+    opciones.claveCertificado = carpeta.ruta("clave.pem");
+    pruebas::ServicioEnMarcha servicio(opciones);
+    httplib::Client enClaro("127.0.0.1", servicio.servicio->puertoTls());
+    EXPECT_FALSE(enClaro.Get("/qzback/service.asmx?wsdl"));
+    httplib::SSLClient seguro("127.0.0.1", servicio.servicio->puertoTls());
+    seguro.enable_server_certificate_verification(false);
+    const auto respuesta = seguro.Get("/qzback/service.asmx?wsdl");
+    ASSERT_TRUE(respuesta);
+    EXPECT_EQ(respuesta->status, 200);
+}
+
+TEST(ServicioTls, AKeyOfAnotherCertificateIsRefusedAtTheStart) {
+    pruebas::CarpetaPrueba carpeta;
+    hacerCertificado(carpeta.ruta("cert.pem"), carpeta.ruta("clave.pem"));
+    hacerCertificado(carpeta.ruta("otro.pem"), carpeta.ruta("otra.pem"));
+    server::OpcionesServicio opciones;
+    opciones.certificado = carpeta.ruta("cert.pem");
+    opciones.claveCertificado = carpeta.ruta("otra.pem");
+    EXPECT_THROW(pruebas::ServicioEnMarcha servicio(opciones), server::ErrorServidor);
+}
+
+}  // namespace
+}  // namespace tarvoline
