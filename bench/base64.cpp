@@ -19,7 +19,7 @@ Bytes pieza() {
 }
 
 void contar(benchmark::State& estado, const Bytes& bytes) {
-    estado.SetBytesProcessed(static_cast<std::int64_t>(estado.iterations() * bytes.size()));
+    estado.SetBytesProcessed(estado.iterations() * static_cast<std::int64_t>(bytes.size()));
 }
 
 void codificar(benchmark::State& estado) {
