@@ -1,0 +1,250 @@
+#include "workflows/listados.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "core/formato.h"
+#include "workflows/mundo_servicio.h"
+
+namespace tarvoline::workflows {
+namespace {
+
+using core::Opcion;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class PruebaListados : public ::testing::Test {
+  protected:
+    pruebas::MundoServicio mundo;
+    core::Vista& vista = mundo.vista();
+    core::Estado& estado = mundo.estado();
+    Listados& listados = mundo.flujos.listados();
+};
+
+TEST_F(PruebaListados, LaVistaLlevaElProducto) {
+    vista.Option1 = Opcion::vxcrm;
+    EXPECT_EQ(listados.VistaActual(), "VXCRM");
+    EXPECT_EQ(estado.gProducto, "VXCRM");
+    vista.Option1 = Opcion::historico;
+    EXPECT_EQ(listados.VistaActual(), "");
+    EXPECT_EQ(estado.gProducto, "VXCRM") << "the history leaves the product alone";
+    vista.Option1 = Opcion::personal;
+    EXPECT_EQ(listados.VistaActual(), "PERSONAL");
+    EXPECT_EQ(estado.gProducto, "VELDORIX");
+}
+
+TEST_F(PruebaListados, OrdenDeLasLlamadasDeUnListado) {
+    vista.Option1 = Opcion::personal;
+    mundo.servicio.responder("ListadoArchivos", "uno\tdos");
+    mundo.servicio.responder("FileSize", "10");
+    listados.RefrescarVista();
+    EXPECT_EQ(mundo.servicio.nombres(true),
+              "DTS listadocarpetas DTS ListadoArchivos DTS FileSize DTS FileSize");
+    EXPECT_THAT(vista.List1, ElementsAre("uno", "dos"));
+    EXPECT_THAT(vista.carpetas, ElementsAre("DATOS", "VENTAS"));
+    EXPECT_EQ(mundo.servicio.llamadas("ListadoArchivos").at(0).texto(3), "PERSONAL");
+}
+
+TEST_F(PruebaListados, ElegirUnaVista) {
+    vista.textoCarpetas = "VENTAS";
+    listados.elegirVista(Opcion::personal);
+    EXPECT_EQ(mundo.clave("Programa"), "1");
+    EXPECT_EQ(estado.gCarpeta, "VENTAS");
+    listados.elegirVista(Opcion::historico);
+    EXPECT_EQ(mundo.clave("Programa"), "2");
+    EXPECT_EQ(mundo.servicio.llamadas("LeerHistorico").size(), 1U);
+}
+
+TEST_F(PruebaListados, AlEmpezarSoloSeAnota) {
+    estado.gInicio = true;
+    vista.carpetas = {"DATOS", "VENTAS"};
+    listados.carpetas_Click(1);
+    listados.Option1_Click(3);
+    EXPECT_EQ(vista.Option1, Opcion::vxcrm);
+    EXPECT_EQ(estado.gCarpeta, "VENTAS");
+    EXPECT_EQ(mundo.servicio.nombres(), "");
+    EXPECT_EQ(mundo.clave("Programa"), "");
+}
+
+TEST_F(PruebaListados, MientrasAlgoCorreNadaCambia) {
+    vista.ocupada = true;
+    vista.carpetas = {"DATOS", "VENTAS"};
+    listados.Option1_Click(3);
+    listados.carpetas_Click(1);
+    EXPECT_EQ(vista.Option1, Opcion::veldorix);
+    EXPECT_EQ(estado.gCarpeta, "DATOS");
+    vista.ocupada = false;
+}
+
+TEST_F(PruebaListados, UnRechazoVaciaLaListaYSeDice) {
+    vista.List1 = {"viejo"};
+    mundo.servicio.responder("ListadoArchivos", "ERROR:carpeta no válida");
+    listados.RefrescarVista();
+    EXPECT_THAT(vista.List1, IsEmpty());
+    EXPECT_EQ(mundo.guion().ultimo().texto, "ERROR<1250><2224>");
+    EXPECT_EQ(mundo.guion().ultimo().icono, core::Icono::ninguno);
+}
+
+TEST_F(PruebaListados, SinServicioSeDiceUnaVez) {
+    mundo.servicio.parar();
+    listados.elegirVista(Opcion::personal);
+    ASSERT_EQ(mundo.guion().cajas().size(), 1U);
+    EXPECT_EQ(mundo.guion().ultimo().texto, "ERROR<1250> <1934>");
+    EXPECT_EQ(mundo.guion().ultimo().icono, core::Icono::parada);
+}
+
+TEST_F(PruebaListados, SinClaveDeAccesoSePideUnUsuario) {
+    mundo.servicio.responder("ListadoArchivos", std::string(errorSinClave));
+    mundo.nucleo.entrarComo("", "");
+    estado.gProducto = "VELDORIX";
+    mundo.guion().cancelarDatos();
+    listados.RefrescarVista();
+    EXPECT_FALSE(estado.gSesionValida);
+    EXPECT_FALSE(mundo.guion().mostro("ERROR"));
+}
+
+TEST_F(PruebaListados, EnElCaminoDesatendidoNoSeRefresca) {
+    estado.gDesatendido = true;
+    listados.RefrescarVista();
+    EXPECT_EQ(mundo.servicio.nombres(), "");
+}
+
+struct CasoCarpetas {
+    const char* lista;
+    int recordada;
+    const char* enVigor;
+    const char* esperada;
+    int elegida;
+};
+
+class PruebaCarpetas : public PruebaListados, public ::testing::WithParamInterface<CasoCarpetas> {};
+
+TEST_P(PruebaCarpetas, LaQueQuedaEnVigor) {
+    const auto& caso = GetParam();
+    mundo.servicio.responder("listadocarpetas", caso.lista);
+    vista.carpetaElegida = caso.recordada;
+    estado.gCarpeta = caso.enVigor;
+    listados.LlenarCarpetas();
+    EXPECT_EQ(estado.gCarpeta, caso.esperada);
+    EXPECT_EQ(vista.textoCarpetas, caso.esperada);
+    EXPECT_EQ(vista.carpetaElegida, caso.elegida);
+}
+
+INSTANTIATE_TEST_SUITE_P(Casos, PruebaCarpetas,
+                         ::testing::Values(CasoCarpetas{"UNO\tDOS", 1, "OTRA", "DOS", 1},
+                                           CasoCarpetas{"UNO\tDOS", 2, "dos", "dos", 1},
+                                           CasoCarpetas{"UNO\tDOS", -1, "TRES", "Datos", -1},
+                                           CasoCarpetas{"UNO\tDATOS", -1, "TRES", "Datos", 1},
+                                           CasoCarpetas{"", -1, "TRES", "Datos", 0},
+                                           CasoCarpetas{"\t\tUNO\t", 0, "", "UNO", 0}));
+
+TEST_F(PruebaListados, CarpetasRechazadas) {
+    mundo.servicio.responder("listadocarpetas", "ERROR:sin permiso");
+    vista.carpetas = {"A"};
+    bool refrescandoAlMostrar = false;
+    vista.alCambiar = [&](core::Parte) {};
+    listados.LlenarCarpetas();
+    refrescandoAlMostrar = estado.gRefrescando;
+    EXPECT_FALSE(refrescandoAlMostrar) << "lowered when the routine ends";
+    EXPECT_EQ(mundo.guion().ultimo().texto, "sin permiso");
+    EXPECT_THAT(vista.carpetas, ElementsAre("A"));
+    listados.AnadirCarpetasNuevas();
+    EXPECT_EQ(mundo.guion().cajas().size(), 1U);
+}
+
+TEST_F(PruebaListados, AnadirSoloLasNuevas) {
+    vista.carpetas = {"VENTAS", "datos"};
+    vista.carpetaElegida = 0;
+    listados.AnadirCarpetasNuevas();
+    EXPECT_THAT(vista.carpetas, ElementsAre("VENTAS", "datos", "DATOS"));
+    EXPECT_EQ(vista.carpetaElegida, 0);
+}
+
+TEST_F(PruebaListados, UsuarioNuevoVuelveALeerLaVista) {
+    estado.gUsuarioNuevo = true;
+    vista.Option1 = Opcion::personal;
+    listados.LlenarCarpetas();
+    EXPECT_EQ(mundo.servicio.llamadas("ListadoArchivos").size(), 1U);
+    EXPECT_FALSE(estado.gUsuarioNuevo);
+}
+
+TEST_F(PruebaListados, CuentaYCarpetaRaiz) {
+    mundo.servicio.responder("DatosUsuario", "0-x--|0-x- cuenta2 -");
+    EXPECT_EQ(listados.CodigoCuentaDeUsuario(), "CUENTA2");
+    mundo.servicio.responder("DatosUsuario", "ERROR:bloqueado");
+    EXPECT_EQ(listados.CodigoCuentaDeUsuario(), "");
+    EXPECT_EQ(mundo.guion().ultimo().texto, "ERROR:bloqueado");
+    mundo.servicio.responder("Carpetaraizusuario", "d:\\vx\\abcdefgh\\");
+    EXPECT_EQ(listados.CarpetaRaizUsuario(), "ABCDEFGH");
+    listados.ActualizarCodigoCuenta("CUENTA2");
+    EXPECT_EQ(mundo.servicio.llamadas("ActualizaNserie").at(0).texto(0), "abcdefgh");
+    mundo.servicio.cortar("Carpetaraizusuario");
+    EXPECT_EQ(listados.CarpetaRaizUsuario(), "");
+}
+
+TEST_F(PruebaListados, ValidarUsuario) {
+    EXPECT_TRUE(listados.ValidarUsuario("eva", "otra"));
+    EXPECT_EQ(mundo.servicio.llamadas("DatosUsuario").at(0).texto(0), "eva");
+    mundo.servicio.responder("DatosUsuario", "ERROR:clave errónea");
+    EXPECT_FALSE(listados.ValidarUsuario("eva", "otra"));
+    EXPECT_EQ(mundo.guion().ultimo().texto, "clave errónea");
+    mundo.servicio.responder("DatosUsuario", std::string(errorSinClave));
+    EXPECT_FALSE(listados.ValidarUsuario("", ""));
+    EXPECT_EQ(mundo.guion().ultimo().texto, "<2224>");
+    EXPECT_EQ(mundo.guion().ultimo().icono, core::Icono::parada);
+}
+
+TEST_F(PruebaListados, TamanosDeLasFilas) {
+    vista.Option1 = Opcion::personal;
+    mundo.servicio.responder("ListadoArchivos", "uno\troto\tdos");
+    mundo.servicio.responder("FileSize", [](pruebas::ServicioGuion::Argumentos& a) {
+        const auto& nombre = std::get<std::string>(a[4]);
+        return nombre == "roto" ? "ERROR:roto" : nombre == "uno" ? "1048576" : "2097152";
+    });
+    listados.RefrescarVista();
+    EXPECT_EQ(vista.fx1.celda(1, 5), core::formatoImporte(1) + " MB");
+    EXPECT_EQ(vista.fx1.celda(2, 7), "");
+    EXPECT_EQ(vista.fx1.celda(3, 7), "2097152");
+    EXPECT_EQ(vista.lbtotalocupado, core::formatoImporte(3) + " MB");
+    EXPECT_TRUE(mundo.guion().mostro("ERROR:roto"));
+    EXPECT_FALSE(vista.medidor.visible);
+}
+
+TEST_F(PruebaListados, UnaLineaCaidaSeDiceUnaVezEnLosTamanos) {
+    vista.Option1 = Opcion::personal;
+    mundo.servicio.responder("ListadoArchivos", "uno\tdos\ttres");
+    mundo.servicio.responder("FileSize", "7");
+    mundo.servicio.cortar("FileSize", 2);
+    listados.RefrescarVista();
+    EXPECT_EQ(mundo.guion().cajas().size(), 1U);
+    EXPECT_EQ(mundo.servicio.llamadas("FileSize").size(), 2U);
+    EXPECT_EQ(vista.fx1.celda(1, 7), "7");
+}
+
+TEST_F(PruebaListados, TamanoDeLaSeleccion) {
+    vista.Option1 = Opcion::personal;
+    mundo.servicio.responder("ListadoArchivos", "uno\tdos\ttres");
+    mundo.servicio.responder("FileSize", "1048576");
+    listados.RefrescarVista();
+    vista.fx1.Row = 3;
+    vista.fx1.RowSel = 2;
+    listados.Command1_Click();
+    EXPECT_EQ(vista.Tamaño, core::formatoImporte(2) + " MB");
+    vista.fx1.Row = vista.fx1.RowSel = 0;
+    listados.Command1_Click();
+    EXPECT_EQ(mundo.guion().ultimo().texto, "<1935>");
+    mundo.servicio.responder("FileSize", "2147483648");
+    EXPECT_EQ(listados.TamanoArchivo("PERSONAL", "uno"), -1);
+    EXPECT_TRUE(mundo.guion().mostro("2147483648"));
+}
+
+TEST_F(PruebaListados, EliminarUnArchivo) {
+    EXPECT_TRUE(listados.EliminarArchivoServidor("PERSONAL", "a.txt"));
+    EXPECT_EQ(mundo.servicio.nombres(), "EliminarArchivo") << "reloading is the caller's job";
+    mundo.servicio.responder("EliminarArchivo", "ERROR:en uso");
+    EXPECT_FALSE(listados.EliminarArchivoServidor("PERSONAL", "a.txt"));
+    EXPECT_EQ(mundo.servicio.llamadas("ListadoArchivos").size(), 1U);
+}
+
+}  // namespace
+}  // namespace tarvoline::workflows

@@ -1,0 +1,165 @@
+// Uploads and downloads with the real service, with processes that die on either side.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <filesystem>
+#include <random>
+
+#include "apoyo/servicio_guion.h"
+#include "apoyo/servicio_proceso.h"
+#include "platform/acceso_inicio.h"
+#include "workflows/espacio.h"
+#include "workflows/lista.h"
+#include "workflows/listados.h"
+#include "workflows/proceso_subidor.h"
+#include "workflows/transferencia.h"
+
+namespace tarvoline::workflows {
+namespace {
+
+using service::longitudPieza;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+constexpr std::size_t c = longitudPieza;
+
+pruebas::OpcionesNucleo conAjustesEnArchivo() {
+    pruebas::OpcionesNucleo opciones;
+    opciones.ajustesEnArchivo = true;
+    return opciones;
+}
+
+class PruebaReanudacion : public ::testing::Test {
+  protected:
+    PruebaReanudacion() {
+        servicio.alta("maria", "secreta", "CUENTA1", 1);
+        mundo.nucleo.estado.gUrlServicio = servicio.url();
+        mundo.nucleo.entrarComo("maria", "secreta", "CUENTA1");
+    }
+    std::string escribir(const std::string& nombre, const std::string& contenido) {
+        return mundo.nucleo.carpeta().escribir("temporal/Veldorix/Tarvoline/" + nombre, contenido);
+    }
+    // What the service gives back; nothing when it has no such file.
+    std::string bajar(const std::string& tipo, const std::string& nombre) {
+        auto& rejilla = mundo.nucleo.vista.fx1;
+        rejilla.ponerFilas(2);
+        rejilla.ponerCelda(1, columna_rejilla::nombre, nombre);
+        rejilla.Row = rejilla.RowSel = 1;
+        EXPECT_TRUE(mundo.flujos.transferencia().DescargarArchivo(tipo, mundo.nucleo.ruta("vuelta.bin")));
+        return mundo.nucleo.carpeta().leer("vuelta.bin");
+    }
+    std::string clave(const std::string& nombre) {
+        return mundo.nucleo.ajustes.leer(nombre, "NETBACKUP", "", "VELDORIX");
+    }
+
+    pruebas::ServicioProceso servicio;
+    pruebas::MundoFlujos mundo{conAjustesEnArchivo()};
+    Transferencia& transferencia = mundo.flujos.transferencia();
+};
+
+TEST_F(PruebaReanudacion, LoQueSubeVuelveIgual) {
+    for (const std::size_t longitud :
+         {std::size_t{0}, std::size_t{1}, c - 1, c + 1, 2 * c, 2 * c + 1, std::size_t{1024 * 1024 + 7}}) {
+        const auto contenido = pruebas::contenidoDePrueba(longitud);
+        const auto nombre = "Año & " + std::to_string(longitud) + ".bin";
+        ASSERT_EQ(transferencia.SubirArchivo(escribir(nombre, contenido), "PERSONAL", true, 1), "");
+        EXPECT_TRUE(bajar("PERSONAL", nombre) == contenido) << longitud;
+        EXPECT_EQ(mundo.flujos.listados().TamanoArchivo("PERSONAL", nombre), static_cast<double>(longitud));
+    }
+    EXPECT_TRUE(mundo.nucleo.guion.sucesos.empty());
+}
+
+TEST_F(PruebaReanudacion, ElDeUnPasoJustoDejaElRegistro) {
+    const auto ruta = escribir("JUSTO.ZIP", pruebas::contenidoDePrueba(c));
+    EXPECT_THAT(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), StartsWith("ERROR"));
+    EXPECT_EQ(clave("Active"), ruta);
+    EXPECT_EQ(clave("Offset"), "1");
+    EXPECT_TRUE(std::filesystem::exists(ruta));
+}
+
+TEST_F(PruebaReanudacion, VeinteMuertesYUnaCopiaExacta) {
+    const auto semilla = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(semilla));
+    std::mt19937 azar(semilla);
+    const std::string nombre = "ALFA 2024-05-31  18 30.ZIP";
+    const auto contenido = pruebas::contenidoDePrueba(80 * c + 12345);
+    const auto ruta = escribir(nombre, contenido);
+    // A piece has six moments: two turns, and beginning and end of its two calls. From seven on each run gets
+    // at least one piece through.
+    std::uniform_int_distribution<int> momento(7, 18);
+    for (int muerte = 1; muerte <= 20; ++muerte) {
+        auto orden = muerte == 1 ? std::vector<std::string>{"nuevo", ruta, "VELDORIX"}
+                                 : std::vector<std::string>{"seguir"};
+        orden.push_back(std::to_string(momento(azar)));
+        const auto fin = pruebas::subidor(mundo, servicio.url(), orden);
+        ASSERT_EQ(fin.senal, SIGKILL) << "death " << muerte << ": " << fin.salida;
+        ASSERT_EQ(clave("Active"), ruta);
+        ASSERT_TRUE(platform::existeAccesoInicio(mundo.nucleo.archivos, "Tarvoline"));
+        ASSERT_LT(std::stoul(clave("Offset")), contenido.size() - c) << "died in the last piece";
+    }
+    const auto fin = pruebas::subidor(mundo, servicio.url(), {"seguir"});
+    EXPECT_EQ(fin.codigo, 0) << fin.salida;
+    EXPECT_EQ(clave("Active") + clave("Offset") + clave("Password"), "");
+    EXPECT_FALSE(std::filesystem::exists(ruta));
+    EXPECT_FALSE(platform::existeAccesoInicio(mundo.nucleo.archivos, "Tarvoline"));
+    EXPECT_TRUE(bajar("VELDORIX", nombre) == contenido);
+}
+
+TEST_F(PruebaReanudacion, MuertoEnLaUltimaPieza) {
+    const auto ruta = escribir("BETA.ZIP", pruebas::contenidoDePrueba(c + 100));
+    // Turn, turn, DTS and Backup of piece one, then turn and turn of the second and last.
+    const auto fin = pruebas::subidor(mundo, servicio.url(), {"nuevo", ruta, "VELDORIX", "8"});
+    ASSERT_EQ(fin.senal, SIGKILL) << fin.salida;
+    EXPECT_EQ(clave("Offset"), std::to_string(c + 1));
+    for (int intento = 0; intento < 2; ++intento) {
+        const auto despues = pruebas::subidor(mundo, servicio.url(), {"seguir"});
+        EXPECT_EQ(despues.codigo, 1);
+        EXPECT_THAT(despues.salida, StartsWith("ERROR"));
+        EXPECT_EQ(clave("Active"), ruta);
+        EXPECT_EQ(clave("Offset"), std::to_string(c + 1));
+        EXPECT_TRUE(std::filesystem::exists(ruta));
+    }
+}
+
+TEST_F(PruebaReanudacion, ElServicioMuereEntreDosPiezas) {
+    const auto contenido = pruebas::contenidoDePrueba(6 * c + 1);
+    const auto ruta = escribir("GAMMA 2024-05-31  18 30.ZIP", contenido);
+    mundo.nucleo.guion.enTurno(7, [&] { servicio.matar(); });
+    EXPECT_THAT(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), StartsWith("ERROR<1250> "));
+    EXPECT_EQ(clave("Offset"), std::to_string(3 * c + 1));
+    EXPECT_THAT(transferencia.ContinuarSubida(), StartsWith("ERROR<1250> ")) << "still away";
+    EXPECT_EQ(clave("Active"), ruta);
+    servicio.arrancar();
+    EXPECT_EQ(transferencia.ContinuarSubida(), "");
+    EXPECT_TRUE(bajar("VELDORIX", core::SoloNombre(ruta)) == contenido);
+}
+
+TEST_F(PruebaReanudacion, UnaParadaDejaLoEnviadoEnElServicio) {
+    const auto ruta = escribir("parada.bin", pruebas::contenidoDePrueba(5 * c));
+    mundo.nucleo.guion.enTurno(5, [&] { mundo.nucleo.estado.gDetener = true; });
+    EXPECT_EQ(transferencia.SubirArchivo(ruta, "PERSONAL", true, 1), "");
+    EXPECT_TRUE(mundo.nucleo.estado.gInterrumpido);
+    EXPECT_EQ(mundo.flujos.listados().TamanoArchivo("PERSONAL", "parada.bin"), 2.0 * c + 1);
+    EXPECT_EQ(clave("Active"), "");
+    EXPECT_TRUE(std::filesystem::exists(ruta));
+}
+
+TEST_F(PruebaReanudacion, UsuarioDesconocidoYSinSitio) {
+    servicio.alta("luis", "otra", "PEQUE", 0);  // capacity unknown: 100 MB
+    mundo.nucleo.entrarComo("luis", "otra", "PEQUE");
+    const auto ruta = escribir("GRANDE.ZIP", "");
+    std::filesystem::resize_file(ruta, 101 * 1024 * 1024);
+    EXPECT_EQ(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), "NO");
+    EXPECT_EQ(clave("Active"), "");
+    mundo.nucleo.estado.gUsuario = "nadie";
+    EXPECT_EQ(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), "NO");
+    EXPECT_THAT(mundo.flujos.espacio().motivo(), StartsWith("ERROR:"));
+    mundo.nucleo.entrarComo("luis", "mala", "PEQUE");
+    EXPECT_THAT(transferencia.SubirArchivo(escribir("a.bin", "a"), "PERSONAL", true, 1),
+                StartsWith("ERROR:"));
+    EXPECT_EQ(clave("Active"), "");
+}
+
+}  // namespace
+}  // namespace tarvoline::workflows
