@@ -104,7 +104,10 @@ GuardadoLeido AlmacenArchivos::crear(const Ubicacion& ubicacion) {
     });
     guardado->ruta = rutaDe(carpetaDatos_, lugar.raiz, guardado->id);
     const std::string carpeta = carpetaDatos_ + "/" + lugar.raiz;
-    archivos_.crearDirectorios(carpeta, 0700);
+    if (!platform::existe(archivos_, carpeta)) {
+        archivos_.crearDirectorios(carpeta, 0700);
+        archivos_.sincronizarDirectorio(carpetaDatos_);
+    }
     archivos_.abrir(guardado->ruta, platform::Apertura::crear, platform::Comparticion::libre, 0600);
     archivos_.sincronizarDirectorio(carpeta);
     indice_.poner(guardado);

@@ -120,8 +120,9 @@ std::int64_t AlmacenUsuarios::capacidadGb(std::string_view codigo) {
 }
 
 std::vector<UsuarioLeido> AlmacenUsuarios::todos() {
+    const auto actual = foto();
     std::vector<UsuarioLeido> lista;
-    for (const auto& [nombre, usuario] : foto()->todos)
+    for (const auto& [nombre, usuario] : actual->todos)
         lista.push_back(usuario);
     return lista;
 }
