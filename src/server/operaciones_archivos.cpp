@@ -70,7 +70,8 @@ std::string Operaciones::listadocarpetas(Llamada& llamada) {
 std::string Operaciones::ListadoArchivos(Llamada& llamada) {
     std::vector<std::string> nombres =
         archivos_.indice().nombres(llamada.usuario->id, carpetaDe(llamada.texto(2)), llamada.texto(3));
-    std::ranges::stable_partition(nombres, [](const std::string& nombre) { return !core::esError(nombre); });
+    std::stable_partition(nombres.begin(), nombres.end(),
+                          [](const std::string& nombre) { return !core::esError(nombre); });
     return unir(nombres);
 }
 
