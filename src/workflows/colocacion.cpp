@@ -26,50 +26,70 @@ void Colocador::colocar(const std::vector<Colocacion>& plan) {
         for (std::size_t i = 0; i < plan.size(); ++i) {
             colocarUno(plan[i], i);
         }
-    } catch (const platform::ErrorArchivo&) {
-        deshacer();
-        throw;
-    }
-    std::set<std::string> carpetas;
-    for (const auto& cual : plan) {
-        if (carpetas.insert(core::SepararRuta(cual.destino).directorio).second) {
-            archivos_.sincronizarDirectorio(core::SepararRuta(cual.destino).directorio);
+        sincronizarDestinos(plan);
+    } catch (const platform::ErrorArchivo& error) {
+        if (deshacer()) {
+            throw;
         }
+        throw platform::ErrorArchivo(error.numero(), error.ruta(),
+                                     std::string(error.what()) + "\r\n" + anteriores_);
     }
 }
 
 void Colocador::colocarUno(const Colocacion& cual, std::size_t indice) {
-    Hecho hecho{cual.origen, cual.destino, {}};
-    if (platform::existe(archivos_, cual.destino)) {
-        hecho.anterior = core::conSeparadorFinal(anteriores_) + std::to_string(indice);
-        archivos_.renombrar(cual.destino, hecho.anterior);
-    }
-    try {
-        archivos_.renombrar(cual.origen, cual.destino);
-    } catch (const platform::ErrorArchivo&) {
-        if (!hecho.anterior.empty()) {
-            archivos_.renombrar(hecho.anterior, cual.destino);
+    auto& hecho = hechos_.emplace_back(Hecho{cual.origen, cual.destino, {}, false});
+    if (const auto previo = archivos_.estado(cual.destino)) {
+        if (previo->esDirectorio) {
+            throw platform::ErrorArchivo(platform::error_archivo::ruta, cual.destino,
+                                         "Hay una carpeta con el nombre de un archivo: " + cual.destino);
         }
-        throw;
+        auto anterior = core::conSeparadorFinal(anteriores_) + std::to_string(indice) + "-" +
+                        core::SoloNombre(cual.destino);
+        archivos_.renombrar(cual.destino, anterior);
+        hecho.anterior = std::move(anterior);
     }
-    hechos_.push_back(std::move(hecho));
+    archivos_.renombrar(cual.origen, cual.destino);
+    hecho.colocado = true;
 }
 
-void Colocador::deshacer() {
-    while (!hechos_.empty()) {
-        const auto hecho = hechos_.back();
-        hechos_.pop_back();
-        archivos_.renombrar(hecho.destino, hecho.origen);
-        if (!hecho.anterior.empty()) {
-            archivos_.renombrar(hecho.anterior, hecho.destino);
+void Colocador::sincronizarDestinos(const std::vector<Colocacion>& plan) {
+    std::set<std::string> carpetas;
+    for (const auto& cual : plan) {
+        const auto carpeta = core::SepararRuta(cual.destino).directorio;
+        if (carpetas.insert(carpeta).second) {
+            archivos_.sincronizarDirectorio(carpeta);
         }
+    }
+}
+
+// Goes on to the first rename whatever fails on the way: each file that is back is one that is not lost.
+bool Colocador::deshacer() {
+    bool todo = true;
+    for (; !hechos_.empty(); hechos_.pop_back()) {
+        const auto& hecho = hechos_.back();
+        if (hecho.colocado) {
+            todo = volver(hecho.destino, hecho.origen) && todo;
+        }
+        if (!hecho.anterior.empty()) {
+            todo = volver(hecho.anterior, hecho.destino) && todo;
+        }
+    }
+    return todo;
+}
+
+bool Colocador::volver(const std::string& desde, const std::string& hasta) {
+    try {
+        archivos_.renombrar(desde, hasta);
+        return true;
+    } catch (const platform::ErrorArchivo&) {
+        return false;
     }
 }
 
 void vaciarCarpeta(platform::SistemaArchivos& archivos, std::string_view carpeta, std::string_view salvo) {
     const auto base = core::conSeparadorFinal(carpeta);
     for (const auto& entrada : archivos.listar(base)) {
-        if (entrada.esDirectorio) {
+        if (entrada.esDirectorio && !entrada.esEnlace) {
             vaciarCarpeta(archivos, base + entrada.nombre, {});
             archivos.borrarDirectorio(base + entrada.nombre);
         } else if (entrada.nombre != salvo) {

@@ -3,6 +3,7 @@
 #include "core/carpetas.h"
 #include "core/texto.h"
 #include "core/xml_comun.h"
+#include "data/acceso_archivo.h"
 #include "data/cabecera_empresa.h"
 #include "workflows/empresa_en_disco.h"
 #include "workflows/listados.h"
@@ -48,9 +49,6 @@ std::string ConfiguracionEmpresa::rutaActiva() const {
         return almacen.Leer("ACTIVE");
     }
     const auto codigo = almacen.Leer("COMUN", "", "", estado().gProducto);
-    if (codigo.empty()) {
-        return {};
-    }
     return entorno_.ajustes.leerCarpeta("DATOS_DIR", estado().gProducto) + "TOTAL" +
            core::conCeros(core::ValEntero(codigo), 2) + ".XML";
 }
@@ -60,6 +58,7 @@ void ConfiguracionEmpresa::CargarConfiguracionEmpresa(std::string_view ruta) {
         return;
     }
     const Durante cargando(cargando_);
+    claveRechazada_ = false;
     std::string empresa(ruta);
     if (empresa.empty()) {
         if (!estado().gUsuarioSesion.empty()) {
@@ -84,6 +83,13 @@ void ConfiguracionEmpresa::CargarConfiguracionEmpresa(std::string_view ruta) {
     } else {
         LeerConfiguracionArchivoEmpresa(empresa);
     }
+}
+
+void ConfiguracionEmpresa::reponerCarpeta() {
+    const auto elegida = vista().carpetaElegida;
+    const bool hay = elegida >= 0 && elegida < static_cast<int>(vista().carpetas.size());
+    estado().gCarpeta =
+        hay ? vista().carpetas[static_cast<std::size_t>(elegida)] : std::string(carpetaPorDefecto);
 }
 
 void ConfiguracionEmpresa::cargarVXCRM(std::string_view ruta, bool activa) {
@@ -125,11 +131,10 @@ void ConfiguracionEmpresa::cargarVXCRM(std::string_view ruta, bool activa) {
 
 void ConfiguracionEmpresa::AbrirConClaves(link::Enlace& enlace, std::string_view ruta,
                                           const Pregunta& pedir) {
-    std::string empresa(ruta);
     std::string clave;
     for (int intento = -1;; ++intento) {
         try {
-            enlace.AbrirEmpresa(empresa, clave);
+            enlace.AbrirEmpresa(ruta, clave);
             return;
         } catch (const link::ErrorEnlace& error) {
             const bool agotadas = intento + 1 == static_cast<int>(estado().gClavesEmpresa.size());
@@ -148,7 +153,6 @@ void ConfiguracionEmpresa::AbrirConClaves(link::Enlace& enlace, std::string_view
                 recordada = std::move(*escrita);
             }
             clave = recordada;
-            empresa = ruta;
         }
     }
 }
@@ -164,19 +168,11 @@ void ConfiguracionEmpresa::AbrirEmpresaActiva(link::Enlace& enlace) {
 
 void ConfiguracionEmpresa::LeerConfiguracionArchivoEmpresa(std::string_view ruta) {
     auto& e = estado();
-    auto& enlace = gEnlace();
-    claveRechazada_ = false;
     e.gAdjuntarCarpetas.clear();
     try {
-        const auto archivo =
-            entorno_.archivos.abrir(ruta, platform::Apertura::lectura, platform::Comparticion::compartida);
+        auto& enlace = gEnlace();
         AbrirConClaves(enlace, ruta, [&] { return pedirClave(ruta); });
-        const auto cabecera = data::CabeceraEmpresa::leer(*archivo);
-        e.gClavesConfig[1] = cabecera.ansi(data::cabecera::PASSWORD1).bytes();
-        e.gClavesConfig[2] = cabecera.ansi(data::cabecera::PASSWORD2).bytes();
-        if (cabecera.texto(data::cabecera::BORRADOR) == "1") {
-            leerEmpresaAbierta(enlace, platform::leerTodo(entorno_.archivos, ruta));
-        }
+        leerEmpresaAbierta(enlace);
     } catch (const std::exception& error) {
         const auto* delEnlace = dynamic_cast<const link::ErrorEnlace*>(&error);
         claveRechazada_ = delEnlace != nullptr && delEnlace->numero() == link::error_enlace::claveNoValida;
@@ -185,10 +181,28 @@ void ConfiguracionEmpresa::LeerConfiguracionArchivoEmpresa(std::string_view ruta
         e.gPassword.clear();
         e.gCuenta.clear();
     }
-    enlace.CerrarEmpresa();
+    if (gEnlace_) {
+        gEnlace_->CerrarEmpresa();
+    }
 }
 
-void ConfiguracionEmpresa::leerEmpresaAbierta(link::Enlace& enlace, std::string_view contenido) {
+void ConfiguracionEmpresa::leerEmpresaAbierta(link::Enlace& enlace) {
+    data::CabeceraEmpresa cabecera;
+    std::string contenido;
+    data::exigirEmpresa(flujos_.enlaces().datos(), enlace.Empresa(), [&](platform::Archivo& archivo) {
+        cabecera = data::CabeceraEmpresa::leer(archivo);
+        contenido.resize(archivo.longitud());
+        contenido.resize(archivo.leer(0, std::as_writable_bytes(std::span(contenido))));
+    });
+    auto& e = estado();
+    e.gClavesConfig[1] = cabecera.ansi(data::cabecera::PASSWORD1).bytes();
+    e.gClavesConfig[2] = cabecera.ansi(data::cabecera::PASSWORD2).bytes();
+    if (cabecera.texto(data::cabecera::BORRADOR) == "1") {
+        leerUsuario(enlace, contenido);
+    }
+}
+
+void ConfiguracionEmpresa::leerUsuario(link::Enlace& enlace, std::string_view contenido) {
     auto& e = estado();
     const auto leer = [&](std::string_view clave) {
         const auto valor = enlace.Config(clave);

@@ -22,7 +22,10 @@ class ConfiguracionEmpresa : public Flujo {
     // The VELDORIX branch: reads the company file at `ruta`. A company that cannot be opened counts as not
     // configured.
     void LeerConfiguracionArchivoEmpresa(std::string_view ruta);
-    // True when the last company stayed closed for want of its password.
+    // After companies that brought their folder along: the one chosen at the window is in force again, else
+    // the default one.
+    void reponerCarpeta();
+    // True when the company last loaded stayed closed for want of its password.
     bool claveRechazada() const { return claveRechazada_; }
 
     // Opens `ruta`; while it wants a password, tries the remembered ones in their order and asks for one at
@@ -42,7 +45,8 @@ class ConfiguracionEmpresa : public Flujo {
 
   private:
     void cargarVXCRM(std::string_view ruta, bool activa);
-    void leerEmpresaAbierta(link::Enlace& enlace, std::string_view contenido);
+    void leerEmpresaAbierta(link::Enlace& enlace);
+    void leerUsuario(link::Enlace& enlace, std::string_view contenido);
     void leerAdjuntos(link::Enlace& enlace);
     std::string rutaActiva() const;
     std::optional<std::string> pedirClave(std::string_view ruta);

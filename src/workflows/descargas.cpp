@@ -70,7 +70,9 @@ void Descargas::abrir(const std::string& nombre) {
         return;
     }
     panel.Desabilitar_Formulario(false);
-    flujos_.transferencia().AbrirArchivoServicio(tipo, flujos_.temporales().rutaDescarga(nombre));
+    // Without a name the transfer tells that nothing is chosen.
+    const auto destino = nombre.empty() ? std::string() : flujos_.temporales().rutaDescarga(nombre);
+    flujos_.transferencia().AbrirArchivoServicio(tipo, destino);
     panel.Desabilitar_Formulario(true);
 }
 

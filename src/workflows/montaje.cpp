@@ -37,7 +37,10 @@ Montaje::Montaje(core::Escritorio& escritorio, core::Registro& registro)
       entorno_{estado_, vista_, escritorio, ajustes_, almacen_, carpetas_, *archivos_, *reloj_, registro},
       enlaces_(*archivos_, ajustes_, carpetas_, *reloj_),
       flujos_(entorno_, conexion_, enlaces_),
-      instancia_(marcarInstancia(*archivos_)) {}
+      instancia_(marcarInstancia(*archivos_)) {
+    enlaces_.datos().alAvisar = [&registro](std::string_view texto) { registro.aviso(texto); };
+    enlaces_.datos().alMostrar = [&escritorio](const core::Caja& caja) { escritorio.Mensaje(caja); };
+}
 
 std::string CaminosFlujos::ContinuarSubida() {
     return montaje_.flujos().transferencia().ContinuarSubida();
@@ -68,7 +71,10 @@ void CaminosFlujos::MostrarVentana() {
 }
 
 void CaminosFlujos::Reiniciar(std::string_view ordenes) {
-    platform::arrancarPrograma(platform::ejecutablePropio(), {std::string(ordenes)});
+    const auto programa = montaje_.entorno().carpetas.rutaPrograma();
+    if (!platform::arrancarPrograma(programa, {std::string(ordenes)})) {
+        montaje_.entorno().registro.error("cannot be started again: " + programa);
+    }
 }
 
 void CaminosFlujos::LimpiarZipsTemporales() {

@@ -38,25 +38,34 @@ void Pendientes::grabar(std::string_view clave, int ranura, std::string_view val
 }
 
 bool Pendientes::SubirPendientesBatch(bool mostrar) {
-    bool todoBien = true;
-    for (bool huboExito = true; huboExito;) {
-        huboExito = false;
-        todoBien = true;  // what failed in an earlier scan is tried again in this one
-        for (int ranura = 1; ranura <= ranuras; ++ranura) {
-            auto fin = Fin::fallida;
-            core::ignorandoErrores(entorno_, "SubirPendientesBatch",
-                                   [&] { fin = subirRanura(ranura, mostrar); });
-            huboExito = huboExito || fin == Fin::enviada;
-            todoBien = todoBien && (fin == Fin::vacia || fin == Fin::enviada);
-            if (fin == Fin::detenida) {
-                flujos_.sesion().reponerUsuario();
-                return false;
-            }
-        }
+    Vuelta vuelta;
+    do {
+        vuelta = recorrer(mostrar);  // what failed in an earlier scan is tried again in this one
+    } while (vuelta.sigue && vuelta.huboExito);
+    const bool interrumpido = !vuelta.sigue && estado().gInterrumpido;
+    reponer();
+    estado().gInterrumpido = interrumpido;
+    return vuelta.sigue && vuelta.todoBien;
+}
+
+Pendientes::Vuelta Pendientes::recorrer(bool mostrar) {
+    Vuelta vuelta;
+    for (int ranura = 1; ranura <= ranuras && vuelta.sigue; ++ranura) {
+        auto fin = Fin::fallida;
+        core::ignorandoErrores(entorno_, "SubirPendientesBatch", [&] { fin = subirRanura(ranura, mostrar); });
+        vuelta.sigue = fin != Fin::detenida;
+        vuelta.huboExito = vuelta.huboExito || fin == Fin::enviada;
+        vuelta.todoBien = vuelta.todoBien && (fin == Fin::vacia || fin == Fin::enviada);
     }
-    // Each company went up under its own user; the session's is put back in force.
+    return vuelta;
+}
+
+// Each company goes up under its own user and folder; nothing of one may leak into the next, nor into what
+// comes after the run.
+void Pendientes::reponer() {
     flujos_.sesion().reponerUsuario();
-    return todoBien;
+    flujos_.configuracion().reponerCarpeta();
+    estado().gInterrumpido = false;
 }
 
 Pendientes::Fin Pendientes::subirRanura(int ranura, bool mostrar) {
@@ -69,10 +78,8 @@ Pendientes::Fin Pendientes::subirRanura(int ranura, bool mostrar) {
         grabar("EMP", ranura, "");
         return Fin::vacia;
     }
-    // Nothing of the slot before may leak into this one.
-    flujos_.sesion().reponerUsuario();
+    reponer();
     estado().gCarpeta = "DATOS";
-    estado().gInterrumpido = false;
     try {
         if (const auto fallo = cargarEmpresa(ruta); !fallo.empty()) {
             return anotarFallo(ranura, ruta, fallo);
@@ -136,7 +143,7 @@ bool Pendientes::anotarExito(int ranura, const std::string& ruta) {
     }
     const bool limpia = leer("EMP", ranura).empty();
     estado().resumen.anotar(
-        {ranura, ruta, limpia, limpia ? std::string() : "The pending mark could not be cleared"});
+        {ranura, ruta, limpia, limpia ? std::string() : "No se ha podido quitar la marca de pendiente"});
     entorno_.registro.info((limpia ? "Sent: " : "Sent, but its mark could not be cleared: ") + ruta);
     return limpia;
 }
@@ -148,7 +155,7 @@ void Pendientes::SubirPendientes_Click() {
         panel.Desabilitar_Formulario(false);
         panel.Barra(-1);
         SubirPendientesBatch(true);
-        flujos_.listados().RefrescarVista();
+        core::ignorandoErrores(entorno_, "SubirPendientes", [&] { flujos_.listados().RefrescarVista(); });
         entorno_.escritorio.Puntero(false);
         entorno_.escritorio.Mensaje({texto(textoTerminado), core::Icono::informacion, {}});
     });

@@ -24,6 +24,14 @@ class Pendientes : public Flujo {
 
   private:
     enum class Fin { vacia, enviada, fallida, detenida };
+    // Whether the run may go on, nothing failed, and something was sent.
+    struct Vuelta {
+        bool sigue = true;
+        bool todoBien = true;
+        bool huboExito = false;
+    };
+    Vuelta recorrer(bool mostrar);
+    void reponer();
     Fin subirRanura(int ranura, bool mostrar);
     Fin empaquetarYSubir(int ranura, const std::string& ruta, bool mostrar);
     Fin anotarFallo(int ranura, const std::string& ruta, const std::string& texto);

@@ -7,7 +7,6 @@
 #include "core/formato.h"
 #include "core/texto.h"
 #include "data/crear_empresa.h"
-#include "platform/procesos.h"
 #include "workflows/colocacion.h"
 #include "workflows/empresa_en_disco.h"
 #include "workflows/temporales.h"
@@ -22,7 +21,10 @@ constexpr int textoArchivo = 371;
 constexpr int textoRuta = 515;
 constexpr int textoNoCompletado = 1227;
 constexpr int ultimoCodigoSinError = 100;
-constexpr std::string_view programaContable = "VELDORIX.EXE";
+// In the work folder: the unpacked files, the replaced ones, and the file that keeps other processes out.
+constexpr std::string_view nuevos = "nuevo";
+constexpr std::string_view anteriores = "anterior";
+constexpr std::string_view testigo = "en-uso";
 
 std::string sinExtension(std::string_view nombre) {
     return core::SepararRuta(nombre).nombre;
@@ -72,11 +74,12 @@ bool Restauracion::RestaurarEmpresa(std::string_view archivoZip) {
 }
 
 bool Restauracion::restaurar(Trabajo& trabajo) {
-    if (!leerContenido(trabajo) || !elegirDestino(trabajo) || !hayEspacioEnDisco(trabajo)) {
+    if (!leerContenido(trabajo) || !elegirDestino(trabajo)) {
         return false;
     }
     prepararCarpeta(trabajo);
-    if (!descomprimir(trabajo)) {
+    if (!hayEspacioEnDisco(trabajo) || !descomprimir(trabajo)) {
+        quitarCarpeta(trabajo);
         return false;
     }
     planear(trabajo);
@@ -150,7 +153,7 @@ bool Restauracion::elegirDestino(Trabajo& trabajo) {
 bool Restauracion::prepararSobrescritura(Trabajo& trabajo) {
     trabajo.sobrescribir = true;
     trabajo.nombreLibre = trabajo.nombreEmpresa;
-    TerminarProceso(programaContable);
+    terminarProgramaContable();
     const auto ruta = estado().gDatosDir + trabajo.nombreEmpresa;
     trabajo.numero = data::NumeroEmpresa(entorno_.archivos, ruta);
     while (!EmpresaLibre(ruta)) {
@@ -183,16 +186,57 @@ bool Restauracion::hayEspacioEnDisco(const Trabajo& trabajo) {
 }
 
 void Restauracion::prepararCarpeta(Trabajo& trabajo) {
+    auto& archivos = entorno_.archivos;
     trabajo.carpeta = core::conSeparadorFinal(estado().gDatosDir + "ZIP");
-    entorno_.archivos.crearDirectorios(trabajo.carpeta);
-    trabajo.testigo = entorno_.archivos.abrir(trabajo.carpeta + "en-uso", platform::Apertura::crear,
-                                              platform::Comparticion::exclusiva);
-    vaciarCarpeta(entorno_.archivos, trabajo.carpeta, "en-uso");
+    archivos.crearDirectorios(trabajo.carpeta);
+    trabajo.testigo = archivos.abrir(trabajo.carpeta + std::string(testigo), platform::Apertura::crear,
+                                     platform::Comparticion::exclusiva);
+    apartarAnteriores(trabajo.carpeta);
+    vaciarCarpeta(archivos, trabajo.carpeta + std::string(nuevos), {});
+    for (const auto& entrada : archivos.listar(trabajo.carpeta)) {
+        if (!entrada.esDirectorio && entrada.nombre != testigo) {
+            archivos.borrar(trabajo.carpeta + entrada.nombre);
+        }
+    }
+}
+
+// Replaced files that a restore left behind when its process died are the only copy of them: they are put
+// aside, never deleted.
+void Restauracion::apartarAnteriores(const std::string& carpeta) {
+    auto& archivos = entorno_.archivos;
+    const auto restos = carpeta + std::string(anteriores);
+    if (archivos.listar(restos).empty()) {
+        return;
+    }
+    std::string sitio;
+    for (int k = 1; sitio.empty() || platform::existe(archivos, sitio); ++k) {
+        sitio = carpeta + "interrumpida-" + std::to_string(k);
+    }
+    archivos.renombrar(restos, sitio);
+    entorno_.registro.error("Files that an interrupted restore had replaced are kept in " + sitio);
+}
+
+void Restauracion::quitarCarpeta(Trabajo& trabajo) {
+    core::ignorandoErrores(entorno_, "work folder", [&] {
+        auto& archivos = entorno_.archivos;
+        for (const auto propia : {nuevos, anteriores}) {
+            const auto carpeta = trabajo.carpeta + std::string(propia);
+            vaciarCarpeta(archivos, carpeta, {});
+            if (platform::existe(archivos, carpeta)) {
+                archivos.borrarDirectorio(carpeta);
+            }
+        }
+        trabajo.testigo.reset();
+        archivos.borrar(trabajo.carpeta + std::string(testigo));
+        if (archivos.listar(trabajo.carpeta).empty()) {
+            archivos.borrarDirectorio(trabajo.carpeta);
+        }
+    });
 }
 
 bool Restauracion::descomprimir(Trabajo& trabajo) {
     // Beneath the work folder, so that no entry of the archive meets a file of ours.
-    const int codigo = trabajo.zip.descomprimir(trabajo.carpeta + "nuevo");
+    const int codigo = trabajo.zip.descomprimir(trabajo.carpeta + std::string(nuevos));
     if (codigo == zip::codigo::bien) {
         return true;
     }
@@ -212,7 +256,7 @@ void Restauracion::planear(Trabajo& trabajo) {
         if (entrada.esDirectorio) {
             continue;
         }
-        const auto origen = trabajo.carpeta + "nuevo/" + entrada.nombre;
+        const auto origen = trabajo.carpeta + std::string(nuevos) + "/" + entrada.nombre;
         if (entrada.nombre == trabajo.nombreEmpresa) {
             trabajo.plan.push_back({origen, estado().gDatosDir + trabajo.nombreLibre, trabajo.numero});
         } else if (core::contieneSeparador(entrada.nombre)) {
@@ -228,14 +272,10 @@ void Restauracion::planear(Trabajo& trabajo) {
 }
 
 void Restauracion::colocar(Trabajo& trabajo) {
-    Colocador colocador(entorno_.archivos, trabajo.carpeta + "anterior");
+    Colocador colocador(entorno_.archivos, trabajo.carpeta + std::string(anteriores));
     colocador.preparar(trabajo.plan);
     colocador.colocar(trabajo.plan);
-    core::ignorandoErrores(entorno_, "work folder",
-                           [&] { vaciarCarpeta(entorno_.archivos, trabajo.carpeta, {}); });
-    trabajo.testigo.reset();
-    core::ignorandoErrores(entorno_, "work folder",
-                           [&] { entorno_.archivos.borrarDirectorio(trabajo.carpeta); });
+    quitarCarpeta(trabajo);
 }
 
 void Restauracion::contar(const Trabajo& trabajo) {
@@ -245,44 +285,8 @@ void Restauracion::contar(const Trabajo& trabajo) {
                core::Icono::informacion);
     }
     if (trabajo.sobrescribir) {
-        core::ignorandoErrores(entorno_, "accounting program", [&] {
-            const auto programa = entorno_.carpetas.DirectorioPrograma() + std::string(programaContable);
-            if (platform::existe(entorno_.archivos, programa)) {
-                entorno_.almacen.Abrir("\"" + entorno_.archivos.resolver(programa) + "\"");
-            }
-        });
+        core::ignorandoErrores(entorno_, "accounting program", [&] { abrirProgramaContable(); });
     }
-}
-
-bool Restauracion::EmpresaLibre(std::string_view archivo) {
-    if (archivo.empty() || !entorno_.carpetas.ArchivoExiste(archivo)) {
-        return false;
-    }
-    constexpr int vueltas = 4;
-    try {
-        const auto carpeta = core::SepararRuta(archivo).directorio;
-        const auto numero = numeroDeEmpresa(entorno_.archivos, archivo);
-        const auto exclusivo = [&](std::string_view ruta) {
-            return entorno_.archivos.abrir(ruta, platform::Apertura::escritura,
-                                           platform::Comparticion::exclusiva);
-        };
-        for (int vuelta = 0; vuelta < vueltas; ++vuelta) {
-            const auto empresa = exclusivo(archivo);
-            for (const auto& tabla : tablasDeEmpresa(entorno_.archivos, carpeta, numero)) {
-                if (core::Mayusculas(core::SepararRuta(tabla).extension) == "QZD") {
-                    exclusivo(carpeta + tabla).reset();
-                }
-            }
-        }
-        return true;
-    } catch (const platform::ErrorArchivo& error) {
-        entorno_.registro.aviso("Company in use: " + std::string(error.what()));
-        return false;
-    }
-}
-
-void Restauracion::TerminarProceso(std::string_view nombre) {
-    core::ignorandoErrores(entorno_, "TerminarProceso", [&] { platform::terminarProcesos(nombre); });
 }
 
 }  // namespace tarvoline::workflows

@@ -38,10 +38,14 @@ class Restauracion : public Flujo {
     bool prepararSobrescritura(Trabajo& trabajo);
     bool hayEspacioEnDisco(const Trabajo& trabajo);
     void prepararCarpeta(Trabajo& trabajo);
+    void apartarAnteriores(const std::string& carpeta);
+    void quitarCarpeta(Trabajo& trabajo);
     bool descomprimir(Trabajo& trabajo);
     void planear(Trabajo& trabajo);
     void colocar(Trabajo& trabajo);
     void contar(const Trabajo& trabajo);
+    void terminarProgramaContable();
+    void abrirProgramaContable();
     void avisar(const std::string& mensaje, core::Icono icono = core::Icono::exclamacion);
 
     std::string rutaRestaurada_;

@@ -53,6 +53,7 @@ void Restauracion::restaurarFilas() {
                                        [&] { entorno_.archivos.borrar(archivo); });
             }
         };
+        borrarArchivo();  // one of an earlier day would be restored in place of a download that fails
         panel.Adaptar_imagenes(panelBajada);
         flujos_.transferencia().DescargarArchivo(estado().gProducto, archivo);
         panel.Adaptar_imagenes(panelPreparando);

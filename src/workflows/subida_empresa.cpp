@@ -29,6 +29,21 @@ constexpr int textoUsuarioSesion = 2259;
 constexpr int empresasCRM = 99;
 constexpr std::size_t archivosPersonales = 999;
 
+// Puts the session's user back on every way out, the failures too: whatever the window does next is his.
+class UsuarioDeSesion {
+  public:
+    explicit UsuarioDeSesion(Flujos& flujos) : flujos_(flujos) {}
+    ~UsuarioDeSesion() {
+        flujos_.sesion().reponerUsuario();
+        flujos_.configuracion().reponerCarpeta();
+    }
+    UsuarioDeSesion(const UsuarioDeSesion&) = delete;
+    UsuarioDeSesion& operator=(const UsuarioDeSesion&) = delete;
+
+  private:
+    Flujos& flujos_;
+};
+
 }  // namespace
 
 void SubidaEmpresa::SubirEmpresa_Click() {
@@ -37,26 +52,30 @@ void SubidaEmpresa::SubirEmpresa_Click() {
         entorno_.escritorio.Puntero(true);
         panel.Desabilitar_Formulario(false);
         panel.Barra(-1);
-        const auto resultado = SubirUnaEmpresa();
-        const auto usuario = estado().gUsuario;
-        entorno_.escritorio.Puntero(false);
-        if (!resultado.empty()) {
-            entorno_.escritorio.Mensaje({resultado, core::Icono::informacion, {}});
+        {
+            const UsuarioDeSesion alFinal(flujos_);
+            contar(SubirUnaEmpresa());
         }
-        panel.Barra(0);
-        vista().NombreArchivo.clear();
-        vista().avisar(core::Parte::etiquetas);
-        if (resultado == texto(textoTerminado) && !estado().gInterrumpido &&
-            usuario != estado().gUsuarioSesion) {
-            entorno_.escritorio.Mensaje(
-                {texto(textoConUsuario) + " " + usuario, core::Icono::informacion, {}});
-        }
-        flujos_.sesion().reponerUsuario();
         if (!estado().gInterrumpido) {
             flujos_.listados().LlenarCarpetas();
             flujos_.listados().RefrescarVista();
         }
     });
+}
+
+void SubidaEmpresa::contar(const std::string& resultado) {
+    entorno_.escritorio.Puntero(false);
+    if (!resultado.empty()) {
+        entorno_.escritorio.Mensaje({resultado, core::Icono::informacion, {}});
+    }
+    flujos_.panel().Barra(0);
+    vista().NombreArchivo.clear();
+    vista().avisar(core::Parte::etiquetas);
+    if (resultado == texto(textoTerminado) && !estado().gInterrumpido &&
+        estado().gUsuario != estado().gUsuarioSesion) {
+        entorno_.escritorio.Mensaje(
+            {texto(textoConUsuario) + " " + estado().gUsuario, core::Icono::informacion, {}});
+    }
 }
 
 std::string SubidaEmpresa::SubirUnaEmpresa() {
@@ -139,7 +158,8 @@ std::string SubidaEmpresa::subirConPersonales(const std::string& zip) {
     auto resultado = flujos_.transferencia().SubirArchivo(zip, estado().gProducto, true, 1);
     const auto& extras = estado().gArchivosPersonales;
     for (std::size_t i = 1; i <= archivosPersonales && i < extras.size(); ++i) {
-        if (estado().gDetener || estado().gInterrumpido) {
+        // A company that did not arrive is not made good by a file that does.
+        if (estado().gDetener || estado().gInterrumpido || core::esError(resultado)) {
             break;
         }
         if (!core::Recortar(extras[i]).empty()) {

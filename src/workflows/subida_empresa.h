@@ -19,6 +19,7 @@ class SubidaEmpresa : public Flujo {
     void SubirEmpresa_Click();
 
   private:
+    void contar(const std::string& resultado);
     std::string subirVeldorix();
     std::string subirVXCRM();
     std::optional<std::string> elegirEmpresa();

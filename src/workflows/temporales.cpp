@@ -12,6 +12,7 @@ namespace tarvoline::workflows {
 namespace {
 
 constexpr int nombresComoMucho = 1000;
+constexpr int textoInterrumpida = 2257;
 constexpr std::array<std::string_view, 2> productos = {"VELDORIX", "VXCRM"};
 
 }  // namespace
@@ -59,7 +60,12 @@ std::string Temporales::rutaDescarga(std::string_view nombre) const {
         throw platform::ErrorArchivo(platform::error_archivo::ruta, std::string(nombre),
                                      estado().gErrores(333) + " " + std::string(nombre));
     }
-    return core::conSeparadorFinal(entorno_.carpetas.carpetaTransferencia()) + std::string(nombre);
+    auto ruta = core::conSeparadorFinal(entorno_.carpetas.carpetaTransferencia()) + std::string(nombre);
+    if (esSubidaInterrumpida(ruta)) {
+        throw platform::ErrorArchivo(platform::error_archivo::permisoDenegado, ruta,
+                                     texto(textoInterrumpida) + " " + std::string(nombre));
+    }
+    return ruta;
 }
 
 void Temporales::LimpiarZipsTemporales(bool otraInstancia) {

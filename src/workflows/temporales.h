@@ -20,7 +20,7 @@ class Temporales : public Flujo {
     // another instance runs.
     void LimpiarZipsTemporales(bool otraInstancia);
     // Where a stored file of that name lands. Throws platform::ErrorArchivo for a name that would leave the
-    // folder: the names come from the service.
+    // folder (the names come from the service), and for the archive that an interrupted upload still needs.
     std::string rutaDescarga(std::string_view nombre) const;
 
   private:

@@ -104,6 +104,7 @@ void Transferencia::enviar(service::ClienteServicio& cliente, const service::Env
     if (envio_.detenido) {
         estado().gInterrumpido = true;
     }
+    avisarCambio(envio);
     if (porPiezas) {
         progreso(100, 100);
     } else {
@@ -111,6 +112,15 @@ void Transferencia::enviar(service::ClienteServicio& cliente, const service::Env
     }
     if (envio_.completo) {
         marca.avanzar(envio.longitud, envio_.piezas);
+    }
+}
+
+// What went up of a file that others wrote to meanwhile is no state it ever had: the log says so.
+void Transferencia::avisarCambio(const service::Envio& envio) {
+    const auto ahora = entorno_.archivos.estado(envio.ruta);
+    if (ahora && ahora->longitud != static_cast<std::uint64_t>(envio.longitud)) {
+        entorno_.registro.aviso(envio.ruta + ": length changed while it was sent, " +
+                                std::to_string(envio.longitud) + " -> " + std::to_string(ahora->longitud));
     }
 }
 

@@ -57,6 +57,7 @@ class Transferencia : public Flujo {
     std::string subir(std::string_view archivo, std::string_view tipo, bool mostrar, std::int32_t posicion,
                       std::optional<service::ClienteServicio>& cliente);
     void enviar(service::ClienteServicio& cliente, const service::Envio& envio, bool mostrar);
+    void avisarCambio(const service::Envio& envio);
     void terminarSubida(std::string_view archivo, std::string_view tipo);
     void anotarSubida(std::string_view archivo, std::string_view tipo, std::int32_t posicion);
     void grabarClave(std::string_view clave, std::string_view valor);
