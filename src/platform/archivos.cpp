@@ -102,7 +102,7 @@ std::string leerTodo(SistemaArchivos& archivos, std::string_view ruta) {
             archivo->leer(antes, std::as_writable_bytes(std::span(contenido.data() + antes, porcion)));
         contenido.resize(antes + leidos);
         if (leidos < porcion) return contenido;
-        porcion = 64 * 1024;
+        porcion = std::size_t{64} * 1024;
     }
 }
 

@@ -1,6 +1,6 @@
 #include "platform/caja.h"
 
-#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -17,11 +17,21 @@ struct Tramo {
 };
 
 // Capital letters by stretches. In a stretch of pairs a capital is every second code from `desde`.
-constexpr Tramo tramos[] = {
-    {0x00C0, 0x00D6, 32}, {0x00D8, 0x00DE, 32}, {0x0100, 0x012F, 0}, {0x0132, 0x0137, 0}, {0x0139, 0x0148, 0},
-    {0x014A, 0x0177, 0},  {0x0179, 0x017E, 0},  {0x01CD, 0x01DC, 0}, {0x01DE, 0x01EF, 0}, {0x01F8, 0x021F, 0},
-    {0x0222, 0x0233, 0},  {0x1E00, 0x1E95, 0},  {0x1EA0, 0x1EFF, 0},
-};
+constexpr auto tramos = std::to_array<Tramo>({
+    {0x00C0, 0x00D6, 32},
+    {0x00D8, 0x00DE, 32},
+    {0x0100, 0x012F, 0},
+    {0x0132, 0x0137, 0},
+    {0x0139, 0x0148, 0},
+    {0x014A, 0x0177, 0},
+    {0x0179, 0x017E, 0},
+    {0x01CD, 0x01DC, 0},
+    {0x01DE, 0x01EF, 0},
+    {0x01F8, 0x021F, 0},
+    {0x0222, 0x0233, 0},
+    {0x1E00, 0x1E95, 0},
+    {0x1EA0, 0x1EFF, 0},
+});
 
 std::size_t longitudSecuencia(unsigned char primero) {
     if (primero < 0x80) return 1;
@@ -33,7 +43,7 @@ std::size_t longitudSecuencia(unsigned char primero) {
 
 // The code point at `posicion`, which moves behind it.
 char32_t siguiente(std::string_view texto, std::size_t& posicion) {
-    constexpr char32_t minimos[] = {0, 0, 0x80, 0x800, 0x10000};
+    constexpr std::array<char32_t, 5> minimos = {0, 0, 0x80, 0x800, 0x10000};
     const auto primero = static_cast<unsigned char>(texto[posicion]);
     const std::size_t largo = longitudSecuencia(primero);
     const auto suelto = [&] {

@@ -19,7 +19,6 @@ std::string carpetaTemporal();       // TMPDIR when set, else carpetaEstado()
 // uses it only when it exists and is writable.
 std::string carpetaDatosComunes();
 std::string carpetaConfiguracionMaquina();  // /etc/xdg: machine-wide settings
-std::string carpetaProgramas();             // where installed programs keep their files: /opt
 std::string carpetaInicioSesion();          // programs started at logon
 std::string carpetaPersonal();              // the user's own documents, else the home folder
 std::string ejecutablePropio();             // full path of the running program

@@ -50,7 +50,7 @@ class MarcaEnArchivo final : public MarcaInstancia {
 
 }  // namespace
 
-std::unique_ptr<MarcaInstancia> crearMarcaInstancia(SistemaArchivos& archivos, std::string ruta) {
+std::unique_ptr<MarcaInstancia> crearMarcaInstancia(SistemaArchivos& archivos, const std::string& ruta) {
     archivos.crearDirectorios(carpetaDe(ruta), 0700);
     auto archivo = archivos.abrir(ruta, Apertura::crear, Comparticion::libre, 0600);
     if (!archivo->bloquear(presencia, TipoBloqueo::compartido, esperaMaxima)) {

@@ -39,6 +39,6 @@ class MarcaInstancia {
 };
 
 // `ruta` is the lock file that all instances share; it is made when missing.
-std::unique_ptr<MarcaInstancia> crearMarcaInstancia(SistemaArchivos& archivos, std::string ruta);
+std::unique_ptr<MarcaInstancia> crearMarcaInstancia(SistemaArchivos& archivos, const std::string& ruta);
 
 }  // namespace tarvoline::platform

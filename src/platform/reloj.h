@@ -3,7 +3,7 @@
 
 #include <chrono>
 #include <memory>
-#include <string>
+#include <optional>
 
 namespace tarvoline::platform {
 
@@ -21,7 +21,7 @@ class Reloj {
 std::unique_ptr<Reloj> crearReloj();
 FechaHora aLocal(std::chrono::system_clock::time_point instante);
 
-// Currency digits of the user's locale; 0 when the locale gives none.
-int digitosMonedaLocal();
+// Currency digits of the user's locale; nothing when the locale does not tell.
+std::optional<int> digitosMonedaLocal();
 
 }  // namespace tarvoline::platform

@@ -100,10 +100,6 @@ std::string carpetaConfiguracionMaquina() {
     return "/etc/xdg";
 }
 
-std::string carpetaProgramas() {
-    return "/opt";
-}
-
 std::string carpetaInicioSesion() {
     return unirRuta(carpetaConfiguracion(), "autostart");
 }

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 
@@ -59,8 +60,8 @@ bool abrirDocumento(std::string_view rutaOUrl) {
 
 bool arrancarPrograma(std::string_view programa, const std::vector<std::string>& argumentos) {
     const auto ruta = posix::buscarEjecutable(std::string(programa));
-    int extremos[2] = {-1, -1};
-    if (!ruta || ::pipe2(extremos, O_CLOEXEC) != 0) return false;
+    std::array<int, 2> extremos = {-1, -1};
+    if (!ruta || ::pipe2(extremos.data(), O_CLOEXEC) != 0) return false;
     const Descriptor lectura(extremos[0]);
     Descriptor escritura(extremos[1]);
 

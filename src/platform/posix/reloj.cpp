@@ -1,8 +1,7 @@
 #include "platform/reloj.h"
 
-#include <locale.h>
-
 #include <climits>
+#include <clocale>
 #include <ctime>
 
 namespace tarvoline::platform {
@@ -30,15 +29,15 @@ FechaHora aLocal(std::chrono::system_clock::time_point instante) {
             partes.tm_hour,        partes.tm_min,     partes.tm_sec};
 }
 
-int digitosMonedaLocal() {
+std::optional<int> digitosMonedaLocal() {
     // The user's locale for this one question, whatever locale the program itself runs in.
     const locale_t usuario = ::newlocale(LC_MONETARY_MASK, "", locale_t{});
-    if (usuario == locale_t{}) return 0;
+    if (usuario == locale_t{}) return std::nullopt;
     const locale_t anterior = ::uselocale(usuario);
     const char digitos = ::localeconv()->frac_digits;
     ::uselocale(anterior);
     ::freelocale(usuario);
-    return digitos == CHAR_MAX ? 0 : digitos;
+    return digitos == CHAR_MAX ? std::nullopt : std::optional<int>(digitos);
 }
 
 }  // namespace tarvoline::platform

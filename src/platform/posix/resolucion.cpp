@@ -40,7 +40,7 @@ std::string resolverNormal(const std::string& ruta) {
     const std::string nombre = nombreDe(ruta);
     const std::string carpeta = resolverNormal(carpetaDe(ruta));
     const std::string prefijo = sinCarpeta ? std::string() : carpeta;
-    const std::string tal = unirRuta(prefijo, nombre);
+    std::string tal = unirRuta(prefijo, nombre);
     if (nombre == ".." || hayNombre(tal)) return tal;
     const std::string otro = buscarNombre(carpeta, nombre);
     return otro.empty() ? tal : unirRuta(prefijo, otro);

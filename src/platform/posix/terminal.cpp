@@ -4,8 +4,12 @@
 
 namespace tarvoline::platform {
 
-bool hayTerminalEntrada() { return isatty(STDIN_FILENO) == 1; }
+bool hayTerminalEntrada() {
+    return isatty(STDIN_FILENO) == 1;
+}
 
-bool hayTerminalError() { return isatty(STDERR_FILENO) == 1; }
+bool hayTerminalError() {
+    return isatty(STDERR_FILENO) == 1;
+}
 
 }  // namespace tarvoline::platform
