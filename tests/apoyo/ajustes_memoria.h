@@ -35,6 +35,8 @@ class AjustesMemoria : public platform::ArbolAjustes {
         }
     }
 
+    std::vector<std::string> lineasOmitidas() override { return std::exchange(omitidas, {}); }
+
     void borrar(const platform::ClaveAjuste& donde) override {
         exigirLegible();
         if (fallarAlGrabar) throw platform::ErrorAjustes("read only");
@@ -67,6 +69,7 @@ class AjustesMemoria : public platform::ArbolAjustes {
     bool fallarAlGrabar = false;
     bool fallarAlLeer = false;
     int grabaciones = 0;
+    std::vector<std::string> omitidas;  // what the next lineasOmitidas gives
 
   private:
     void exigirLegible() const {

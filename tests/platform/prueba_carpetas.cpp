@@ -91,7 +91,7 @@ TEST(Reloj, LaMonedaSinPaisNoTieneDecimales) {
     VariablesProceso entorno;
     for (const char* zona : {"C", "no_EXISTE.UTF-8"}) {
         entorno.poner("LC_ALL", zona);
-        EXPECT_EQ(digitosMonedaLocal(), 0);
+        EXPECT_EQ(digitosMonedaLocal(), std::nullopt) << zona;
     }
 }
 
