@@ -16,7 +16,8 @@ using consola::Opciones;
 
 constexpr const char* codigos =
     "Exit codes: 0 done; 1 could not start; 2 wrong command line; 3 refused or failed; 4 no such file;\n"
-    "5 no user, or not known to the service; 128+n ended by signal n.\n"
+    "5 no user, or not known to the service; 11 another instance is running (pendientes);\n"
+    "128+n ended by signal n.\n"
     "The password comes from --archivo-clave or the environment variable TARVOLINE_CLAVE, never from the "
     "command line.";
 
@@ -92,10 +93,13 @@ int ejecutar(const Opciones& opciones) {
         informe = consola::Ordenes(montaje, escritorio, opciones).ejecutar();
     }
     consola::escribir(std::cout, informe, opciones.json);
-    if (informe.codigo != 0 && escritorio.fallos().empty()) {
-        std::cerr << informe.motivo << '\n';
+    if (!std::cout.flush()) {
+        std::cerr << "tarvoline-copias: standard output cannot be written\n";
+        return consola::salida::fallida;
     }
-    return informe.codigo;
+    const int senal = senales.recibida();
+    return senal != 0 && informe.codigo != consola::salida::bien ? consola::salida::senal + senal
+                                                                 : informe.codigo;
 }
 
 }  // namespace

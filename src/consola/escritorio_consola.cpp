@@ -3,6 +3,7 @@
 #include <csignal>
 #include <iostream>
 
+#include "consola/informe.h"
 #include "consola/opciones.h"
 #include "core/texto.h"
 
@@ -12,7 +13,13 @@ namespace {
 
 // One line for a terminal from a box's text.
 std::string enUnaLinea(std::string_view texto) {
-    return core::Sustituir(core::Sustituir(core::Sustituir(texto, "\r\n", "\n"), "\n\n", "\n"), "\n", " | ");
+    std::string linea;
+    for (const auto& renglon : core::Partir(core::Sustituir(texto, "\r", "\n"), "\n")) {
+        if (const auto limpio = core::Recortar(renglon); !limpio.empty()) {
+            linea += (linea.empty() ? "" : " | ") + paraTerminal(limpio);
+        }
+    }
+    return linea;
 }
 
 }  // namespace
@@ -22,28 +29,36 @@ void EscritorioConsola::Mensaje(const core::Caja& caja) {
                        core::esError(caja.texto);
     const auto linea = enUnaLinea(caja.texto);
     if (fallo) {
-        fallos_.push_back(linea);
-        registro_.aviso(linea);
-    }
-    if (fallo || !mudo) {
+        fallar(linea);
+    } else if (!mudo) {
         std::cerr << linea << '\n';
     }
 }
 
+void EscritorioConsola::fallar(const std::string& linea) {
+    fallos_.push_back(linea);
+    registro_.aviso(linea);
+    std::cerr << linea << '\n';
+}
+
 bool EscritorioConsola::Preguntar(const core::Caja& caja, bool) {
-    std::cerr << enUnaLinea(caja.texto) << (respuestaSi ? " [sí]" : " [no]") << '\n';
+    const auto linea = enUnaLinea(caja.texto) + (respuestaSi ? " [sí]" : " [no]");
+    if (respuestaSi) {
+        registro_.info(linea);
+    } else {
+        fallar(linea);
+    }
     return respuestaSi;
 }
 
 bool EscritorioConsola::Confirmar(const core::Caja& caja) {
     // A retry without a person would go on for ever.
-    fallos_.push_back(enUnaLinea(caja.texto));
-    std::cerr << fallos_.back() << '\n';
+    fallar(enUnaLinea(caja.texto));
     return false;
 }
 
 std::optional<std::string> EscritorioConsola::Pedir(const core::Peticion& peticion) {
-    fallos_.push_back(enUnaLinea(peticion.texto));
+    registro_.aviso(enUnaLinea(peticion.texto));
     return std::nullopt;
 }
 

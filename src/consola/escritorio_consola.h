@@ -27,6 +27,10 @@ class EscritorioConsola : public core::Escritorio {
 
     // The boxes that told of a failure, in order; the last one says why a command did not succeed.
     const std::vector<std::string>& fallos() const { return fallos_; }
+    // One more, on standard error and in the log.
+    void fallar(const std::string& linea);
+    // True when a signal asked to end: no further file is begun.
+    bool parado() const { return senal_() != 0; }
     // SIGINT stops a transfer as the Stop button does; the state whose flag is raised.
     void parar(core::Estado& estado) { estado_ = &estado; }
 

@@ -26,6 +26,9 @@ Json componer(const Informe& informe) {
     for (const auto& dato : informe.datos) {
         objeto[dato.clave] = valorJson(dato, dato.valor);
     }
+    for (const auto& lista : informe.listas) {
+        objeto[lista.clave] = lista.valores;
+    }
     for (const auto& tabla : informe.tablas) {
         auto filas = Json::array();
         for (const auto& fila : tabla.filas) {
@@ -38,6 +41,13 @@ Json componer(const Informe& informe) {
         objeto[tabla.clave] = std::move(filas);
     }
     return objeto;
+}
+
+Tabla limpia(Tabla tabla) {
+    for (auto& fila : tabla.filas) {
+        std::ranges::transform(fila, fila.begin(), paraTerminal);
+    }
+    return tabla;
 }
 
 void escribirTabla(std::ostream& salida, const Tabla& tabla) {
@@ -66,16 +76,34 @@ void escribirTabla(std::ostream& salida, const Tabla& tabla) {
 
 }  // namespace
 
+std::string paraTerminal(std::string_view texto) {
+    std::string limpio;
+    limpio.reserve(texto.size());
+    for (std::size_t i = 0; i < texto.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(texto[i]);
+        const bool sigueC1 = byte == 0xc2 && i + 1 < texto.size() &&
+                             static_cast<unsigned char>(texto[i + 1]) < 0xa0;  // U+0080 to U+009F
+        limpio += byte < 0x20 || byte == 0x7f || sigueC1 ? '?' : texto[i];
+        i += sigueC1 ? 1U : 0U;
+    }
+    return limpio;
+}
+
 void escribir(std::ostream& salida, const Informe& informe, bool json) {
     if (json) {
         salida << componer(informe).dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
         return;
     }
     for (const auto& tabla : informe.tablas) {
-        escribirTabla(salida, tabla);
+        escribirTabla(salida, limpia(tabla));
+    }
+    for (const auto& lista : informe.listas) {
+        for (const auto& valor : lista.valores) {
+            salida << lista.etiqueta << ' ' << paraTerminal(valor) << '\n';
+        }
     }
     for (const auto& dato : informe.datos) {
-        salida << dato.etiqueta << (dato.etiqueta.empty() ? "" : " ") << dato.valor << '\n';
+        salida << dato.etiqueta << (dato.etiqueta.empty() ? "" : " ") << paraTerminal(dato.valor) << '\n';
     }
 }
 

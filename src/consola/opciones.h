@@ -9,12 +9,13 @@ namespace tarvoline::consola {
 // Exit codes, stable for scripts.
 namespace salida {
 inline constexpr int bien = 0;
-inline constexpr int noArranca = 1;     // settings, language file or service cannot be reached
-inline constexpr int uso = 2;           // the command line is wrong
-inline constexpr int fallida = 3;       // refused or failed; the reason stands on standard error
-inline constexpr int noEncontrado = 4;  // no stored file of that name
-inline constexpr int sinUsuario = 5;    // no user, or the service does not know him
-inline constexpr int senal = 128;       // ended by a signal: this plus its number
+inline constexpr int noArranca = 1;       // settings, language file or service cannot be reached
+inline constexpr int uso = 2;             // the command line is wrong
+inline constexpr int fallida = 3;         // refused or failed; the reason stands on standard error
+inline constexpr int noEncontrado = 4;    // no such file, stored or here
+inline constexpr int sinUsuario = 5;      // no user, or the service does not know him
+inline constexpr int otraInstancia = 11;  // the pending companies: another instance runs, nothing was done
+inline constexpr int senal = 128;         // ended by a signal: this plus its number
 }  // namespace salida
 
 struct Opciones {

@@ -1,6 +1,8 @@
 #include "consola/ordenes.h"
 
+#include <algorithm>
 #include <map>
+#include <utility>
 
 #include "core/barra.h"
 #include "core/idioma.h"
@@ -14,6 +16,9 @@ namespace tarvoline::consola {
 namespace {
 
 constexpr int columnaNombre = 2;
+constexpr int textoClave = 310;
+constexpr int textoNoCompletado = 1227;
+constexpr int textoIdentificarse = 2241;
 
 }  // namespace
 
@@ -26,9 +31,15 @@ Informe Ordenes::ejecutar() {
         {"bajar", &Ordenes::bajar},           {"borrar", &Ordenes::borrar}};
     Informe informe;
     preparar();
-    // The pending companies bring their own users.
-    if (opciones_.orden == "pendientes" || identificar(informe)) {
-        (this->*metodos.at(opciones_.orden))(informe);
+    try {
+        // The pending companies bring their own users.
+        if (opciones_.orden == "pendientes" || identificar(informe)) {
+            (this->*metodos.at(opciones_.orden))(informe);
+        }
+    } catch (const std::exception& error) {
+        fallar(informe,
+               informe.listas.empty() && informe.tablas.empty() ? salida::noArranca : salida::fallida,
+               error.what());
     }
     return informe;
 }
@@ -55,9 +66,13 @@ core::Opcion Ordenes::vistaElegida() const {
 // Puts the user in force: the one named on the command line, a company's, or the active company's.
 bool Ordenes::identificar(Informe& informe) {
     auto& estado = montaje_.estado();
+    const auto& entorno = montaje_.entorno();
     if (!opciones_.usuario.empty()) {
         estado.gUsuarioSesion = opciones_.usuario;
         estado.gPasswordSesion = opciones_.clave;
+    } else if (!opciones_.empresa.empty() && !entorno.carpetas.ArchivoExiste(opciones_.empresa)) {
+        fallar(informe, salida::noEncontrado, estado.gErrores(188) + ": " + opciones_.empresa);
+        return false;
     } else {
         estado.gDesatendido = true;  // no folder list is asked for while the company is read
         flujos_.configuracion().CargarConfiguracionEmpresa(opciones_.empresa);
@@ -71,17 +86,27 @@ bool Ordenes::identificar(Informe& informe) {
     if (!opciones_.carpeta.empty()) {
         estado.gCarpeta = opciones_.carpeta;
     }
-    if (core::Recortar(estado.gUsuario).empty()) {
-        fallar(informe, salida::sinUsuario, montaje_.entorno().texto(2241));
-        return false;
+    if (estado.gCarpeta.empty()) {
+        estado.gCarpeta = "DATOS";
     }
-    return entrar(informe);
+    // The folder in force is the one "chosen at the window": what a company brings along gives way to it.
+    montaje_.vista().carpetas = {estado.gCarpeta};
+    montaje_.vista().carpetaElegida = 0;
+    if (!core::Recortar(estado.gUsuario).empty()) {
+        return entrar(informe);
+    }
+    const bool cerrada = flujos_.configuracion().claveRechazada();
+    fallar(informe, salida::sinUsuario,
+           cerrada ? entorno.texto(textoClave) + " incorrecta" : entorno.texto(textoIdentificarse));
+    return false;
 }
 
 bool Ordenes::entrar(Informe& informe) {
     auto& estado = montaje_.estado();
+    const auto antes = escritorio_.fallos().size();
     if (!flujos_.listados().ValidarUsuario(estado.gUsuario, estado.gPassword)) {
-        fallar(informe, salida::sinUsuario, ultimoFallo());
+        informe.codigo = salida::sinUsuario;
+        fallarUno(informe, antes, estado.gUsuario);
         return false;
     }
     estado.gCuenta = core::Mayusculas(flujos_.listados().CodigoCuentaDeUsuario());
@@ -90,36 +115,77 @@ bool Ordenes::entrar(Informe& informe) {
     return true;
 }
 
+// The names alone: sizes are a call each, and a name that the grid cannot take apart is a name all the same.
 bool Ordenes::mostrarLista(Informe& informe) {
     const auto antes = escritorio_.fallos().size();
+    auto& estado = montaje_.estado();
     montaje_.vista().Option1 = vistaElegida();
-    flujos_.listados().ListarArchivos(flujos_.listados().VistaActual());
+    montaje_.vista().List1.clear();
+    estado.gInicio = true;
+    try {
+        flujos_.listados().ListarArchivos(flujos_.listados().VistaActual());
+    } catch (const core::ErrorIndice& error) {
+        montaje_.entorno().registro.aviso(error.what());
+    }
+    estado.gInicio = false;
     if (escritorio_.fallos().size() == antes) {
         return true;
     }
-    fallar(informe, salida::fallida, ultimoFallo());
+    fallarUno(informe, antes, {});
     return false;
 }
 
-bool Ordenes::elegirFila(const std::string& nombre) {
-    auto& rejilla = montaje_.vista().fx1;
-    for (int fila = 1; fila < rejilla.filas(); ++fila) {
-        if (rejilla.celda(fila, columnaNombre) == nombre) {
-            rejilla.Row = fila;
-            rejilla.RowSel = fila;
-            return true;
-        }
+bool Ordenes::elegirFila(Informe& informe, const std::string& nombre) {
+    const auto& guardados = montaje_.vista().List1;
+    if (std::ranges::find(guardados, nombre) == guardados.end()) {
+        fallar(informe, salida::noEncontrado, montaje_.estado().gErrores(188) + ": " + nombre);
+        return false;
     }
-    return false;
+    auto& rejilla = montaje_.vista().fx1;
+    rejilla.vaciar();
+    rejilla.ponerFilas(2);
+    rejilla.ponerCelda(1, columnaNombre, nombre);
+    rejilla.Row = 1;
+    rejilla.RowSel = 1;
+    return true;
 }
 
-void Ordenes::fallar(Informe& informe, int codigo, std::string motivo) const {
+void Ordenes::paraCada(Informe& informe, const char* clave, const char* etiqueta,
+                       const std::function<std::optional<std::string>(const std::string&)>& hacer) {
+    informe.listas.push_back({clave, etiqueta, {}});
+    for (const auto& nombre : opciones_.nombres) {
+        if (escritorio_.parado()) {
+            fallar(informe, salida::fallida, montaje_.entorno().texto(textoNoCompletado) + ": " + nombre);
+            return;
+        }
+        auto& estado = montaje_.estado();
+        estado.gDetener = false;
+        estado.gInterrumpido = false;
+        const int codigoAntes = std::exchange(informe.codigo, salida::bien);
+        const auto antes = escritorio_.fallos().size();
+        if (auto hecho = hacer(nombre)) {
+            informe.listas.back().valores.push_back(std::move(*hecho));
+        } else {
+            fallarUno(informe, antes, nombre);
+        }
+        informe.codigo = informe.codigo == salida::bien ? codigoAntes : informe.codigo;
+    }
+}
+
+void Ordenes::fallar(Informe& informe, int codigo, const std::string& motivo) {
     informe.codigo = codigo;
-    informe.motivo = std::move(motivo);
+    escritorio_.Mensaje({motivo, core::Icono::exclamacion, {}});
+    informe.motivo = escritorio_.fallos().back();
 }
 
-std::string Ordenes::ultimoFallo() const {
-    return escritorio_.fallos().empty() ? std::string() : escritorio_.fallos().back();
+void Ordenes::fallarUno(Informe& informe, std::size_t antes, const std::string& nombre) {
+    if (informe.codigo == salida::bien) {
+        informe.codigo = salida::fallida;
+    }
+    if (escritorio_.fallos().size() == antes) {
+        fallar(informe, informe.codigo, montaje_.entorno().texto(textoNoCompletado) + ": " + nombre);
+    }
+    informe.motivo = escritorio_.fallos().back();
 }
 
 }  // namespace tarvoline::consola

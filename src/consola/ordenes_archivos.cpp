@@ -10,58 +10,52 @@
 
 namespace tarvoline::consola {
 
-namespace {
-
-constexpr int columnaNombre = 2;
-
-}  // namespace
-
 void Ordenes::bajar(Informe& informe) {
+    auto& estado = montaje_.estado();
+    auto& archivos = montaje_.entorno().archivos;
+    if (!opciones_.destino.empty() && opciones_.nombres.size() > 1 && !esCarpeta(opciones_.destino)) {
+        fallar(informe, salida::uso, "Varios archivos no caben en uno: " + opciones_.destino);
+        return;
+    }
     if (!mostrarLista(informe)) {
         return;
     }
     const auto tipo = flujos_.listados().VistaActual();
-    for (const auto& nombre : opciones_.nombres) {
-        if (!elegirFila(nombre)) {
-            fallar(informe, salida::noEncontrado, nombre);
-            escritorio_.Mensaje(
-                {montaje_.estado().gErrores(188) + ": " + nombre, core::Icono::exclamacion, {}});
-            continue;
+    escritorio_.respuestaSi = opciones_.sobrescribir;
+    paraCada(informe, "bajados", "Bajado:", [&](const std::string& nombre) -> std::optional<std::string> {
+        if (!elegirFila(informe, nombre)) {
+            return std::nullopt;
         }
         // A stored name is data: only its last part may name a file here.
-        escritorio_.archivoElegido = opciones_.destino.empty() ? core::SoloNombre(nombre) : opciones_.destino;
-        escritorio_.respuestaSi = opciones_.sobrescribir;
+        const auto local = core::SoloNombre(nombre);
+        auto& destino = escritorio_.archivoElegido;
+        destino = opciones_.destino.empty()      ? local
+                  : esCarpeta(opciones_.destino) ? core::conSeparadorFinal(opciones_.destino) + local
+                                                 : opciones_.destino;
         if (!flujos_.transferencia().DescargarArchivo(tipo, {})) {
-            fallar(informe, salida::fallida, ultimoFallo().empty() ? nombre : ultimoFallo());
-            continue;
+            return std::nullopt;
         }
-        auto& estado = montaje_.estado();
         flujos_.historico().GrabarEntradaHistorico(estado.gUsuario +
                                                    estado.gTextosHistorico[core::haBajadoArchivo] + nombre);
-        informe.dato("bajado", "Bajado:", escritorio_.archivoElegido);
-    }
+        return archivos.resolver(destino);
+    });
+}
+
+bool Ordenes::esCarpeta(const std::string& ruta) const {
+    const auto estado = montaje_.entorno().archivos.estado(ruta);
+    return estado && estado->esDirectorio;
 }
 
 void Ordenes::borrar(Informe& informe) {
     escritorio_.respuestaSi = true;
-    for (const auto& nombre : opciones_.nombres) {
-        if (!mostrarLista(informe)) {
-            return;
-        }
-        if (!elegirFila(nombre)) {
-            fallar(informe, salida::noEncontrado, nombre);
-            escritorio_.Mensaje(
-                {montaje_.estado().gErrores(188) + ": " + nombre, core::Icono::exclamacion, {}});
-            continue;
+    paraCada(informe, "borrados", "Borrado:", [&](const std::string& nombre) -> std::optional<std::string> {
+        if (!mostrarLista(informe) || !elegirFila(informe, nombre)) {
+            return std::nullopt;
         }
         flujos_.lista().Eliminar_Click();
         const auto& quedan = montaje_.vista().List1;
-        if (std::ranges::find(quedan, nombre) != quedan.end()) {
-            fallar(informe, salida::fallida, ultimoFallo().empty() ? nombre : ultimoFallo());
-            continue;
-        }
-        informe.dato("borrado", "Borrado:", nombre);
-    }
+        return std::ranges::find(quedan, nombre) == quedan.end() ? std::optional(nombre) : std::nullopt;
+    });
 }
 
 }  // namespace tarvoline::consola

@@ -1,11 +1,40 @@
 // Commands that only look: what is stored, who moved what, how much room there is.
+#include <iomanip>
+#include <locale>
+#include <sstream>
+
 #include "consola/ordenes.h"
+#include "core/idioma.h"
 #include "core/texto.h"
 #include "workflows/espacio.h"
 #include "workflows/historico.h"
+#include "workflows/lista.h"
 #include "workflows/listados.h"
 
 namespace tarvoline::consola {
+
+namespace {
+
+std::string cifra(double valor) {
+    std::ostringstream texto;
+    texto.imbue(std::locale::classic());
+    texto << std::fixed << std::setprecision(2) << valor;
+    return texto.str();
+}
+
+}  // namespace
+
+// When an archive of a company was made; "" for a name without a stamp.
+std::string Ordenes::fechaDe(const std::string& nombre) const {
+    if (montaje_.vista().Option1 != core::Opcion::veldorix) {
+        return {};
+    }
+    try {
+        return workflows::Lista::separarNombre(nombre).fechaHora;
+    } catch (const core::ErrorIndice&) {
+        return {};
+    }
+}
 
 void Ordenes::listar(Informe& informe) {
     if (!mostrarLista(informe)) {
@@ -15,20 +44,15 @@ void Ordenes::listar(Informe& informe) {
     Tabla tabla{
         "archivos", {{"nombre", "Nombre", {}}, {"fecha", "Fecha", {}}, {"bytes", "Bytes", {}, true}}, {}};
     double total = 0;
-    const auto& rejilla = montaje_.vista().fx1;
-    for (int fila = 1; fila < rejilla.filas(); ++fila) {
-        const auto& nombre = rejilla.celda(fila, 2);
-        if (nombre.empty()) {
-            continue;
-        }
+    for (const auto& nombre : montaje_.vista().List1) {
+        const auto antes = escritorio_.fallos().size();
         const double bytes = flujos_.listados().TamanoArchivo(tipo, nombre);
         if (bytes < 0) {
-            fallar(informe, salida::fallida, ultimoFallo());
+            fallarUno(informe, antes, nombre);
             continue;
         }
         total += bytes;
-        tabla.filas.push_back(
-            {nombre, rejilla.celda(fila, 4), std::to_string(static_cast<long long>(bytes))});
+        tabla.filas.push_back({nombre, fechaDe(nombre), std::to_string(static_cast<long long>(bytes))});
     }
     informe.tablas.push_back(std::move(tabla));
     informe.dato("total", "Total:", std::to_string(static_cast<long long>(total)), true);
@@ -51,8 +75,8 @@ void Ordenes::historico(Informe& informe) {
 void Ordenes::espacio(Informe& informe) {
     flujos_.espacio().Controlar_capacidad(true);
     const auto& estado = montaje_.estado();
-    informe.dato("usadoMB", "Usado (MB):", std::to_string(estado.gEspacioUsado), true);
-    informe.dato("capacidadMB", "Capacidad (MB):", std::to_string(estado.gCapacidad), true);
+    informe.dato("usadoMB", "Usado (MB):", cifra(estado.gEspacioUsado), true);
+    informe.dato("capacidadMB", "Capacidad (MB):", cifra(estado.gCapacidad), true);
     informe.dato("excedida", "Excedida:", estado.gCapacidadExcedida ? "1" : "0", true);
     Tabla tabla{"usuarios",
                 {{"usuario", "Usuario", {}}, {"nombre", "Nombre", {}}, {"espacio", "Espacio (MB)", {}}},

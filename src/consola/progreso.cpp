@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "consola/informe.h"
 #include "core/formato.h"
 #include "platform/terminal.h"
 
@@ -27,8 +28,8 @@ void Progreso::dibujar(core::Parte parte) {
     const auto& t = vista_.transferencia;
     std::string linea;
     if (t.activa) {
-        linea = (t.subida ? "↑ " : "↓ ") + t.nombre + "  " + core::formatoEntero(t.hecho) + " / " +
-                core::formatoEntero(t.total);
+        linea = (t.subida ? "↑ " : "↓ ") + paraTerminal(t.nombre) + "  " + core::formatoEntero(t.hecho) +
+                " / " + core::formatoEntero(t.total);
         if (t.segundos > 0) {
             linea += "  " + core::formatoImporte(static_cast<double>(t.hecho) / t.segundos / 1e6) + " MB/s";
         }

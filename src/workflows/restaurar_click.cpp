@@ -22,6 +22,7 @@ constexpr int panelNinguno = 99;
 }  // namespace
 
 void Restauracion::Restaurar_Click() {
+    rutaRestaurada_.clear();
     flujos_.panel().entrada([&] {
         const auto opcion = vista().Option1;
         const bool deEmpresas = opcion == core::Opcion::veldorix || opcion == core::Opcion::vxcrm;
