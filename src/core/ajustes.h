@@ -10,6 +10,10 @@
 
 namespace tarvoline::core {
 
+// What the person is told when a setting cannot be written. The text promises an end that does not come: the
+// work in hand is worth more than the setting.
+inline constexpr std::string_view avisoSinGrabar = "Unable to Create/Open SubKey.\rVeldorix will now abort.";
+
 // A value as read: text or Boolean, convertible to both text and number.
 class ValorAjuste {
   public:

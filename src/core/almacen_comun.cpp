@@ -16,8 +16,7 @@ void AlmacenComun::Grabar(std::string_view clave, std::string_view valor, std::s
     try {
         ajustes_.GrabarRegistro(clave, valor, seccion, producto);
     } catch (const platform::ErrorAjustes&) {
-        // The text promises an end that does not come: the work in hand is worth more than the setting.
-        escritorio_.Mensaje({"Unable to Create/Open SubKey.\rVeldorix will now abort.", Icono::ninguno, ""});
+        escritorio_.Mensaje({std::string(avisoSinGrabar), Icono::ninguno, ""});
     }
 }
 

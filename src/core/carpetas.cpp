@@ -12,6 +12,7 @@ namespace tarvoline::core {
 namespace {
 
 constexpr std::string_view separadores = "\\/";
+constexpr std::string_view nombrePrograma = "tarvoline";
 constexpr unsigned soloDuenio = 0700;
 constexpr unsigned paraTodos = 0755;
 
@@ -116,23 +117,50 @@ std::string Carpetas::carpetaTransferencia() const {
 }
 
 std::string Carpetas::CarpetaUsuario(std::string_view nombre) const {
-    const std::string carpeta = carpetaPropia(platform::carpetaDatosUsuario());
+    const std::string carpeta =
+        carpetaPropia(CarpetaEspecial(CarpetaConocida::datosLocales, CarpetaConocida::datosItinerantes));
     crearCarpeta(archivos_, carpeta, paraTodos);
     return conNombre(carpeta, nombre);
 }
 
 std::string Carpetas::CarpetaComun(std::string_view nombre) const {
-    const std::string raiz = platform::carpetaDatosComunes();
-    std::string carpeta = carpetaPropia(raiz);
-    // The shared root is the administrator's to make.
-    const bool compartida = platform::existe(archivos_, raiz) &&
-                            crearCarpeta(archivos_, carpeta, paraTodos) &&
-                            sePuedeEscribir(archivos_, carpeta);
-    if (!compartida) {
-        carpeta = carpetaPropia(platform::carpetaConfiguracion());
-        crearCarpeta(archivos_, carpeta, paraTodos);
-    }
+    const std::string carpeta =
+        carpetaPropia(CarpetaEspecial(CarpetaConocida::datosComunes, CarpetaConocida::datosItinerantes));
+    crearCarpeta(archivos_, carpeta, paraTodos);
     return conNombre(carpeta, nombre);
+}
+
+std::string Carpetas::CarpetaEspecial(CarpetaConocida primera, CarpetaConocida segunda) const {
+    if (auto carpeta = carpetaConocida(primera)) {
+        return std::move(*carpeta);
+    }
+    return carpetaConocida(segunda).value_or("");
+}
+
+std::optional<std::string> Carpetas::carpetaConocida(CarpetaConocida cual) const {
+    switch (cual) {
+        case CarpetaConocida::datosLocales:
+            return platform::carpetaDatosUsuario();
+        case CarpetaConocida::datosItinerantes:
+            return platform::carpetaConfiguracion();
+        case CarpetaConocida::datosComunes:
+            break;
+    }
+    // The shared root is the administrator's to make, and may be closed to this user.
+    const std::string raiz = platform::carpetaDatosComunes();
+    const std::string propia = carpetaPropia(raiz);
+    const bool abierta = platform::existe(archivos_, raiz) && crearCarpeta(archivos_, propia, paraTodos) &&
+                         sePuedeEscribir(archivos_, propia);
+    return abierta ? std::optional(raiz) : std::nullopt;
+}
+
+std::string Carpetas::rutaPrograma() const {
+    for (const std::string& carpeta : {DirectorioPrograma(), conSeparadorFinal(carpetaEjecutable_)}) {
+        if (std::string ruta = carpeta + std::string(nombrePrograma); platform::existe(archivos_, ruta)) {
+            return ruta;
+        }
+    }
+    return platform::ejecutablePropio();
 }
 
 std::string Carpetas::DirectorioPrograma() const {

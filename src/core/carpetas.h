@@ -1,6 +1,7 @@
 // The folders of the program, and how a path comes apart.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,13 @@ std::string SoloNombre(std::string_view ruta);  // name with extension
 bool contieneSeparador(std::string_view ruta);
 std::string conSeparadorFinal(std::string_view carpeta);  // "" stays ""
 
+// Folders that the system keeps for application data.
+enum class CarpetaConocida {
+    datosLocales,      // of the user, on this machine
+    datosItinerantes,  // of the user, along with the settings
+    datosComunes       // of all users
+};
+
 class Carpetas {
   public:
     // `raizTemporal` is the folder below which "Veldorix" is made (platform::carpetaTemporal()).
@@ -35,6 +43,9 @@ class Carpetas {
     std::string CarpetaTemporal(std::string_view resto = {}) const;
     // CarpetaTemporal("\Tarvoline\"), made when missing: where archives wait and downloads land.
     std::string carpetaTransferencia() const;
+    // The folder `primera`; `segunda` where the system has none that this user may write in ("" when it has
+    // neither). Without final separator.
+    std::string CarpetaEspecial(CarpetaConocida primera, CarpetaConocida segunda) const;
     // "QZ/Veldorix/5" of the user's data folder, or of the one that all users share (of the user's settings
     // folder where that one cannot be written), made when missing; `nombre` behind it.
     std::string CarpetaUsuario(std::string_view nombre = {}) const;
@@ -42,6 +53,9 @@ class Carpetas {
     // Setting "Directory"; without one "../share/tarvoline/" beside the folder of the running program where
     // that exists, else the program's folder itself. With final separator.
     std::string DirectorioPrograma() const;
+    // The window's program, to be started again: the one in the program directory or beside the running one,
+    // else the running one itself.
+    std::string rutaPrograma() const;
     // Makes the folder with its parents; errors are ignored.
     void CrearDirectorios(std::string_view ruta) const;
     // Makes DATOS_DIR (for "VXCRM") or Directory the process's current directory; errors are ignored.
@@ -50,6 +64,8 @@ class Carpetas {
     bool ArchivoExiste(std::string_view ruta) const;
 
   private:
+    std::optional<std::string> carpetaConocida(CarpetaConocida cual) const;
+
     platform::SistemaArchivos& archivos_;
     Ajustes& ajustes_;
     std::string raizTemporal_;

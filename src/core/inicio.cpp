@@ -71,7 +71,10 @@ int Inicio::Main(std::string_view ordenes) {
 
 void prepararTextos(Entorno& entorno) {
     auto& estado = entorno.estado;
-    estado.gDecimalesMoneda = platform::digitosMonedaLocal();
+    for (const auto& linea : entorno.ajustes.arbol().lineasOmitidas()) {
+        entorno.registro.aviso("settings not understood, " + linea);
+    }
+    estado.gDecimalesMoneda = platform::digitosMonedaLocal().value_or(0);
     estado.gDirectorio = entorno.carpetas.DirectorioPrograma();
     estado.gEnReposo = true;
     ponerFrases(estado);

@@ -62,8 +62,8 @@ std::string productoDeOrdenes(std::string_view ordenes);
 std::string elegirUrlServicio(Entorno& entorno);
 
 // The parts of the start that every program needs, in this order, the product being chosen between them:
-// folders, history phrases and the language table (throws ErrorIdioma); then display unit, service folder and
-// address.
+// folders, history phrases and the language table (throws ErrorIdioma), with a word in the log for settings
+// that could not be understood; then display unit, service folder and address.
 void prepararTextos(Entorno& entorno);
 void prepararServicio(Entorno& entorno);
 

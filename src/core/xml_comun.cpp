@@ -94,4 +94,20 @@ std::string LeerClaveXML(Entorno& entorno, std::string_view clave, std::string_v
     return valor.empty() ? std::string(defecto) : valor;
 }
 
+std::vector<std::string> LeerListaXML(std::string_view utf8) {
+    pugi::xml_document documento;
+    const auto leido =
+        documento.load_buffer(utf8.data(), utf8.size(), pugi::parse_default, pugi::encoding_utf8);
+    if (!leido) {
+        throw ErrorXml(leido.description());
+    }
+    std::vector<std::string> textos;
+    for (const pugi::xml_node& hijo : documento.document_element().children()) {
+        if (std::string texto = hijo.text().get(); !texto.empty()) {
+            textos.push_back(std::move(texto));
+        }
+    }
+    return textos;
+}
+
 }  // namespace tarvoline::core

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "apoyo/nucleo_prueba.h"
+#include "platform/carpetas_sistema.h"
 
 namespace tarvoline::core {
 namespace {
@@ -81,9 +82,30 @@ TEST(Carpetas, DelUsuarioYComun) {
     if (fs::exists("/var/lib/tarvoline")) {
         GTEST_SKIP() << "this machine has a folder that all users share";
     }
-    EXPECT_EQ(nucleo.carpetas.CarpetaComun("a.txt"),
-              nucleo.ruta("casa/XDG_CONFIG_HOME/QZ/Veldorix/5/a.txt"));
+    EXPECT_EQ(nucleo.carpetas.CarpetaComun("a.txt"), nucleo.ruta("casa/XDG_CONFIG_HOME/QZ/Veldorix/5/a.txt"));
     EXPECT_FALSE(fs::exists("/var/lib/tarvoline")) << "only the administrator makes it";
+}
+
+TEST(Carpetas, LaQueFaltaDejaSuSitioALaSegunda) {
+    NucleoPrueba nucleo;
+    using enum CarpetaConocida;
+    EXPECT_EQ(nucleo.carpetas.CarpetaEspecial(datosLocales, datosItinerantes),
+              nucleo.ruta("casa/XDG_DATA_HOME"));
+    if (!fs::exists("/var/lib/tarvoline")) {
+        EXPECT_EQ(nucleo.carpetas.CarpetaEspecial(datosComunes, datosLocales),
+                  nucleo.ruta("casa/XDG_DATA_HOME"));
+        EXPECT_EQ(nucleo.carpetas.CarpetaEspecial(datosComunes, datosComunes), "");
+    }
+}
+
+TEST(Carpetas, ElProgramaQueSeArrancaDeNuevo) {
+    NucleoPrueba nucleo;
+    EXPECT_EQ(nucleo.carpetas.rutaPrograma(), platform::ejecutablePropio());
+    const auto vecino = nucleo.carpeta().escribir("programa/bin/tarvoline", "x");
+    EXPECT_EQ(nucleo.carpetas.rutaPrograma(), vecino);
+    const auto instalado = nucleo.carpeta().escribir("instalado/tarvoline", "x");
+    nucleo.ajustes.GrabarRegistro("Directory", nucleo.ruta("instalado"));
+    EXPECT_EQ(nucleo.carpetas.rutaPrograma(), instalado);
 }
 
 TEST(Carpetas, DirectoriosConPadresYBarraFinal) {

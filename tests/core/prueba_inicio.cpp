@@ -388,6 +388,12 @@ TEST_F(PruebaInicio, ConAjustesIlegiblesNoArrancaNiEscribe) {
     EXPECT_TRUE(caminos.llamadas.empty());
 }
 
+TEST_F(PruebaInicio, LoQueNoSeEntiendeDeLosAjustesQuedaEnElRegistro) {
+    nucleo.memoria.omitidas = {"line 3: EMP1 sin igual"};
+    EXPECT_EQ(arrancar("1"), bien);
+    EXPECT_TRUE(nucleo.registro.dice("line 3: EMP1 sin igual"));
+}
+
 TEST_F(PruebaInicio, ConUnIdiomaCortoElDesatendidoAvisaYReconoceLosFallos) {
     nucleo.carpeta().escribir("programa/share/tarvoline/español.qzi", "@\r\nuno");
     EXPECT_EQ(arrancarSinPersona("1"), bien);

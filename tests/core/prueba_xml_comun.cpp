@@ -74,5 +74,16 @@ TEST_F(PruebaXml, EmpresaYArchivo) {
     EXPECT_TRUE(nucleo.registro.dice("LeerClaveXML")) << "a folder cannot be read";
 }
 
+TEST(ListaXml, LosTextosDeLosHijosDeLaRaiz) {
+    using Textos = std::vector<std::string>;
+    EXPECT_EQ(LeerListaXML("<?xml version='1.0' encoding='utf-16'?>\n<Empresas>\n <E>Año &amp; co</E><E/>"
+                           "<F> dos </F><!-- no --><E><G/></E></Empresas>"),
+              (Textos{"Año & co", " dos "}));
+    EXPECT_EQ(LeerListaXML("<Empresas/>"), Textos());
+    for (const char* mala : {"", "ERROR: sin permiso", "<a><b>", "<a></b>"}) {
+        EXPECT_THROW(LeerListaXML(mala), ErrorXml) << mala;
+    }
+}
+
 }  // namespace
 }  // namespace tarvoline::core
