@@ -12,4 +12,12 @@ void CapaDatos::avisar(std::string_view texto) const {
     }
 }
 
+void CapaDatos::mostrar(const core::Caja& caja) const {
+    if (alMostrar) {
+        alMostrar(caja);
+    } else {
+        avisar(caja.texto);
+    }
+}
+
 }  // namespace tarvoline::data

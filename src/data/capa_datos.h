@@ -10,6 +10,7 @@
 
 #include "core/ajustes.h"
 #include "core/carpetas.h"
+#include "core/escritorio.h"
 #include "data/cabecera_empresa.h"
 #include "platform/archivos.h"
 #include "platform/reloj.h"
@@ -50,13 +51,16 @@ struct CapaDatos {
     // Other programs may be at the same company: switches byte-range locks on. Raised when the first company
     // is opened, never lowered.
     bool gMultiusuario = false;
-    // Decimals that Redondear takes when it is given none.
+    // Decimals that Redondear takes when it is given none: those of the currency in force.
     int gDecimalesMoneda = 2;
     Reintentos reintentosEmpresa{};
     // Takes what was passed over without an error, for the log. Empty: the text goes to standard error.
     std::function<void(std::string_view)> alAvisar{};
+    // Shows a box to the person. Empty: its text goes where `avisar` writes.
+    std::function<void(const core::Caja&)> alMostrar{};
 
     void avisar(std::string_view texto) const;
+    void mostrar(const core::Caja& caja) const;
 };
 
 }  // namespace tarvoline::data

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "core/xml_comun.h"
+
 namespace tarvoline::data {
 
 namespace {
@@ -99,6 +101,28 @@ std::string EscaparXml(std::string_view texto) {
     return resultado;
 }
 
+std::vector<std::string> ListaDeXml(const CapaDatos& capa, std::string_view utf8) {
+    try {
+        return core::LeerListaXML(utf8);
+    } catch (const core::ErrorXml& error) {
+        capa.mostrar({error.what(), core::Icono::ninguno, "Veldorix"});
+        return {};
+    }
+}
+
+std::string NombreCorto(std::string_view ruta) {
+    return std::string(ruta.substr(0, ruta.find_last_not_of('\0') + 1));
+}
+
+void GrabarAjuste(CapaDatos& capa, std::string_view clave, std::string_view valor, std::string_view seccion,
+                  std::string_view producto) {
+    try {
+        capa.ajustes.GrabarRegistro(clave, valor, seccion, producto);
+    } catch (const platform::ErrorAjustes&) {
+        capa.mostrar({std::string(core::avisoSinGrabar), core::Icono::ninguno, {}});
+    }
+}
+
 std::vector<std::string> PartirLinea(std::string_view linea, char separador) {
     std::vector<std::string> campos(1);
     bool entreComillas = false;
@@ -124,7 +148,6 @@ Tabla TextoATabla(std::string_view texto, std::string_view separador) {
         tabla.push_back(separador == "," ? PartirLinea(linea) : core::Partir(linea, separador));
         columnas = std::max(columnas, tabla.back().size());
     }
-    if (tabla.empty()) tabla.emplace_back();
     for (auto& fila : tabla) {
         fila.resize(columnas);
     }

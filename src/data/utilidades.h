@@ -30,6 +30,14 @@ core::TextoAnsi EnmascararClave(std::string_view clave);
 // that of Windows-1252 (outside it, the Unicode number).
 std::string EscaparXml(std::string_view texto);
 
+// Items of a reply that is an XML list (core/xml_comun.h). One that cannot be read is told in a box and gives
+// none.
+std::vector<std::string> ListaDeXml(const CapaDatos& capa, std::string_view utf8);
+
+// The path for the commands of the index engine, which takes long names as they are: without zero bytes at
+// the end.
+std::string NombreCorto(std::string_view ruta);
+
 using Tabla = std::vector<std::vector<std::string>>;
 // Lines (ended by CR LF or CR) by cells; every row is as wide as the widest. A comma goes through
 // PartirLinea. An empty text gives one empty cell; an ending line break gives a last, empty line.
@@ -63,9 +71,8 @@ inline core::ValorAjuste LeerAjuste(const core::Ajustes& ajustes, std::string_vi
                                     std::string_view producto = {}) {
     return ajustes.LeerRegistro(clave, seccion, defecto, producto);
 }
-inline void GrabarAjuste(core::Ajustes& ajustes, std::string_view clave, std::string_view valor,
-                         std::string_view seccion = {}, std::string_view producto = {}) {
-    ajustes.GrabarRegistro(clave, valor, seccion, producto);
-}
+// A store that cannot be written is told in a box; the work goes on.
+void GrabarAjuste(CapaDatos& capa, std::string_view clave, std::string_view valor,
+                  std::string_view seccion = {}, std::string_view producto = {});
 
 }  // namespace tarvoline::data

@@ -81,10 +81,13 @@ void AccesoEmpresa::CerrarEmpresa() {
     sesion_.ponerEnVigor();
 }
 
+// The new company is named but not open, and neither is the one before: its number belongs to another file.
 void AccesoEmpresa::crear(std::string_view nombre, std::string_view opciones) {
     try {
-        sesion_.empresa.gArchivoEmpresa =
-            data::CrearEmpresaArchivos(sesion_.contexto.datos(), nombre, opciones);
+        auto archivo = data::CrearEmpresaArchivos(sesion_.contexto.datos(), nombre, opciones);
+        sesion_.empresa = {};
+        sesion_.empresa.gArchivoEmpresa = std::move(archivo);
+        sesion_.ponerEnVigor();
     } catch (const data::ErrorDatos& error) {
         throw ErrorEnlace(error.numero(), error.what(), error.fuente());
     }
@@ -188,7 +191,7 @@ void AccesoEmpresa::conciliarDirectorioGlobal() {
         const auto delAjuste = core::Recortar(datos.ajustes.leer("GLOBAL_DIR"));
         const auto deLaEmpresa = core::Recortar(vista.GetTotal("Global_Dir"));
         if (delAjuste.empty() && !deLaEmpresa.empty()) {
-            datos.ajustes.GrabarRegistro("Global_Dir", deLaEmpresa);
+            data::GrabarAjuste(datos, "Global_Dir", deLaEmpresa);
         } else if (!delAjuste.empty() && deLaEmpresa.empty()) {
             vista.PutTotal("Global_Dir", delAjuste);
         }

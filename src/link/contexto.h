@@ -15,7 +15,9 @@ class Contexto {
     // All are borrowed and must outlive this object.
     Contexto(platform::SistemaArchivos& archivos, core::Ajustes& ajustes, core::Carpetas& carpetas,
              platform::Reloj& reloj)
-        : datos_{archivos, ajustes, carpetas, reloj} {}
+        : datos_{archivos, ajustes, carpetas, reloj} {
+        datos_.gDecimalesMoneda = platform::digitosMonedaLocal().value_or(datos_.gDecimalesMoneda);
+    }
     Contexto(const Contexto&) = delete;
     Contexto& operator=(const Contexto&) = delete;
 

@@ -1,6 +1,8 @@
 // Rounding, names, masked passwords, XML and tables.
 #include <gtest/gtest.h>
 
+#include "apoyo/ajustes_memoria.h"
+#include "apoyo/mundo_datos.h"
 #include "data/utilidades.h"
 #include "data/vista_nombrada.h"
 
@@ -86,6 +88,40 @@ TEST(Utilidades, TextoDeNumero) {
 
 TEST(Utilidades, MayusculasGuardanLaLongitud) {
     EXPECT_EQ(core::aUtf8(data::MayusculasAnsi(core::aAnsi("año, ÿ œ ÷ ß"))), "AÑO, Ÿ Œ ÷ ß");
+}
+
+TEST(Utilidades, NombreCorto) {
+    EXPECT_EQ(data::NombreCorto("C:\\datos\\PLANC07.QZD\0\0"s), "C:\\datos\\PLANC07.QZD");
+    EXPECT_EQ(data::NombreCorto("/datos/.x"), "/datos/.x");
+    EXPECT_EQ(data::NombreCorto(""), "");
+}
+
+TEST(Utilidades, LoQueSaleMalSeDiceEnUnaCajaYSeSigue) {
+    pruebas::AjustesMemoria memoria;
+    core::Ajustes ajustes(memoria);
+    pruebas::MundoDatos mundo;
+    data::CapaDatos capa{*mundo.archivos, ajustes, mundo.carpetas, mundo.reloj};
+    std::vector<core::Caja> cajas;
+    capa.alMostrar = [&](const core::Caja& caja) { cajas.push_back(caja); };
+
+    memoria.fallarAlGrabar = true;
+    data::GrabarAjuste(capa, "Global_Dir", "/comunes");
+    memoria.fallarAlGrabar = false;
+    data::GrabarAjuste(capa, "IVA_DIR", "/iva");
+    EXPECT_EQ(data::LeerAjuste(ajustes, "Global_Dir", {}, "nada").texto(), "nada");
+    EXPECT_EQ(data::LeerAjuste(ajustes, "IVA_DIR").texto(), "/iva");
+    EXPECT_EQ(data::ListaDeXml(capa, "<Empresas><E>a</E></Empresas>"), std::vector<std::string>{"a"});
+    EXPECT_TRUE(data::ListaDeXml(capa, "<Empresas>").empty());
+    ASSERT_EQ(cajas.size(), 2U);
+    EXPECT_EQ(cajas[0].texto, "Unable to Create/Open SubKey.\rVeldorix will now abort.");
+    EXPECT_EQ(cajas[1].titulo, "Veldorix");
+    EXPECT_NE(cajas[1].texto, "");
+
+    capa.alMostrar = {};
+    std::string avisos;
+    capa.alAvisar = [&](std::string_view texto) { avisos += texto; };
+    data::ListaDeXml(capa, "nada");
+    EXPECT_NE(avisos, "");
 }
 
 }  // namespace

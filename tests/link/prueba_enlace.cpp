@@ -277,6 +277,11 @@ TEST_F(PruebaEnlace, CrearEmpresa) {
     EXPECT_EQ(
         enlace.Config("AÑO") + enlace.Config("NIVEL") + enlace.Config("AUX") + enlace.Config("APERTURA"),
         "2413450001004");
+    // The company that was open is not any more: its number and the new file do not belong together.
+    enlace.AbrirEmpresa(enlace.Empresa(), "/C");
+    EXPECT_EQ(enlace.Empresa(), mundo.datos("Nueva~1.QZt"));
+    EXPECT_EQ(enlace.NumeroEmpresa(), "");
+    EXPECT_THROW(enlace.Config("TVUSER", "x"), ErrorEnlace);
     esperarError(
         [&] {
             mundo.ajustes.GrabarRegistro("DATOS_DIR", "");
