@@ -8,7 +8,6 @@
 #include "core/carpetas.h"
 #include "core/texto.h"
 #include "platform/acceso_inicio.h"
-#include "platform/carpetas_sistema.h"
 #include "workflows/espacio.h"
 #include "workflows/marca_transferencia.h"
 #include "workflows/panel.h"
@@ -23,7 +22,6 @@ constexpr std::string_view sinSitio = "NO";
 constexpr std::string_view tipoPersonal = "PERSONAL";
 constexpr std::string_view tipoVeldorix = "VELDORIX";
 constexpr std::string_view nombreAcceso = "Tarvoline";
-constexpr std::string_view programa = "tarvoline";
 
 std::int32_t longitudEnviable(std::uint64_t longitud, std::string_view archivo) {
     if (longitud > static_cast<std::uint64_t>(std::numeric_limits<std::int32_t>::max())) {
@@ -191,14 +189,9 @@ std::string Transferencia::leerClave(std::string_view clave) const {
 
 void Transferencia::CrearAcceso() {
     core::ignorandoErrores(entorno_, "CrearAcceso", [&] {
-        const auto carpeta = entorno_.carpetas.DirectorioPrograma();
-        const auto vecino = core::conSeparadorFinal(platform::carpetaEjecutable()) + std::string(programa);
-        auto destino = carpeta + std::string(programa);
-        if (!platform::existe(entorno_.archivos, destino)) {
-            destino = platform::existe(entorno_.archivos, vecino) ? vecino : platform::ejecutablePropio();
-        }
-        platform::crearAccesoInicio(entorno_.archivos,
-                                    {std::string(nombreAcceso), destino, carpeta, destino});
+        const auto destino = entorno_.carpetas.rutaPrograma();
+        platform::crearAccesoInicio(entorno_.archivos, {std::string(nombreAcceso), destino,
+                                                        entorno_.carpetas.DirectorioPrograma(), destino});
     });
 }
 

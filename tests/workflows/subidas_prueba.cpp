@@ -246,6 +246,14 @@ TEST_F(PruebaSubidas, UnaPosicionDanadaEmpiezaDeNuevo) {
     }
 }
 
+TEST_F(PruebaSubidas, UnArchivoQueCreceQuedaEnElDiario) {
+    const auto ruta = zip(2 * c);
+    mundo.guion().enTurno(3, [&] { std::filesystem::resize_file(ruta, 3 * c); });
+    EXPECT_EQ(transferencia.SubirArchivo(ruta, "PERSONAL", true, 1), "");
+    EXPECT_EQ(posiciones().size(), 2U) << "the length is taken once";
+    EXPECT_TRUE(mundo.nucleo.registro.dice("length changed"));
+}
+
 TEST(SubidasConFallos, AjustesQueNoSeDejanEscribir) {
     const auto reales = platform::crearSistemaArchivos();
     pruebas::ArchivosDefectuosos archivos(*reales);
