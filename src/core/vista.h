@@ -66,7 +66,7 @@ struct Transferencia {
     int piezas = 0;                  // pieces done in this run
     double segundos = 0;             // since the first piece
     bool esperandoServicio = false;  // a call is under way
-    double esperaDesde = 0;          // seconds since that call began, by the steady clock
+    double esperaDesde = 0;          // when that call began, in seconds of the steady clock; 0 = none
 };
 
 enum class Parte {
