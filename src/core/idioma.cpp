@@ -16,7 +16,7 @@ std::string leerODecir(Entorno& entorno, const std::string& ruta, std::string_vi
         return LeerArchivoEntero(entorno, ruta);
     } catch (const platform::ErrorArchivo& error) {
         const auto comienzo = idiomaEspanol(entorno) ? enEspanol : enIngles;
-        throw ErrorIdioma(std::string(comienzo) + " \"" + ruta + "\": " + error.what());
+        throw ErrorIdioma(std::string(comienzo) + ": " + error.what());
     }
 }
 

@@ -29,7 +29,8 @@ constexpr const char* codigos =
     "Exit codes: 0 done; 1 no such setting; 2 wrong command line; 3 the settings cannot be read or written,\n"
     "or the output cannot.\n"
     "Without a product the tree is Veldorix, without a section it is Settings. Names compare without regard\n"
-    "to case. The settings hold passwords: their file is readable by its owner only.";
+    "to case. A value that begins with \"-\" stands behind \"--\": grabar KEY -- -value.\n"
+    "The settings hold passwords: their file is readable by its owner only.";
 
 struct Orden {
     std::string nombre;
