@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "apoyo/archivos_defectuosos.h"
 #include "workflows/mundo_flujos.h"
 
 namespace tarvoline::workflows {
@@ -118,13 +119,66 @@ TEST(ConfiguracionEmpresa, CancelarLaClaveTerminaElProgramaSoloConAlguienDelante
 TEST(ConfiguracionEmpresa, ArchivosCortosNoTiranElPrograma) {
     MundoFlujos mundo;
     for (const std::size_t longitud : {0U, 1U, 263U, 264U, 1024U, 1025U}) {
-        const auto ruta = mundo.nucleo.carpeta().escribir("datos/corta" + std::to_string(longitud) + ".QZT",
-                                                          std::string(longitud, '1'));
+        std::string contenido(longitud, ' ');
+        if (longitud > 82) {
+            contenido.replace(0, 2, "07");
+            contenido[81] = '1';  // active for this company
+        }
+        const auto ruta =
+            mundo.nucleo.carpeta().escribir("datos/corta" + std::to_string(longitud) + ".QZT", contenido);
         mundo.nucleo.estado.gUsuario = "antes";
         EXPECT_NO_THROW(mundo.flujos.configuracion().CargarConfiguracionEmpresa(ruta)) << longitud;
     }
     EXPECT_NO_THROW(mundo.flujos.configuracion().CargarConfiguracionEmpresa(mundo.nucleo.datos("falta.QZT")));
     EXPECT_EQ(mundo.nucleo.estado.gUsuario, "");
+}
+
+TEST(ConfiguracionEmpresa, SinElProductoInstaladoLaEmpresaNoEstaConfigurada) {
+    MundoFlujos mundo;
+    const auto ruta = mundo.crearEmpresa("Uno.QZT", "empresa", "clave1");
+    mundo.nucleo.ajustes.GrabarRegistro("DATOS_DIR", "");
+    mundo.nucleo.estado.gUsuario = "antes";
+    EXPECT_NO_THROW(mundo.flujos.configuracion().CargarConfiguracionEmpresa(ruta));
+    EXPECT_EQ(mundo.nucleo.estado.gUsuario, "");
+}
+
+TEST(ConfiguracionEmpresa, UnaClaveRechazadaNoDiceNadaDeLaSiguiente) {
+    MundoFlujos mundo;
+    auto& nucleo = mundo.nucleo;
+    const auto ruta = mundo.crearEmpresa("Una.QZT", "u1", "c1");
+    mundo.proteger(ruta, "abcd");
+    nucleo.guion.persona = false;
+    nucleo.guion.cancelarPeticion();
+    mundo.flujos.configuracion().CargarConfiguracionEmpresa(ruta);
+    ASSERT_TRUE(mundo.flujos.configuracion().claveRechazada());
+    nucleo.estado.gProducto = "VXCRM";
+    mundo.flujos.configuracion().CargarConfiguracionEmpresa(nucleo.datos("TOTAL05.XML"));
+    EXPECT_FALSE(mundo.flujos.configuracion().claveRechazada());
+}
+
+// Whichever read meets a lock of the accounting programs, it is made again.
+TEST(ConfiguracionEmpresa, EsperaAQuienTieneElArchivo) {
+    const auto propios = platform::crearSistemaArchivos();
+    pruebas::ArchivosDefectuosos archivos(*propios);
+    MundoFlujos mundo({.archivos = &archivos});
+    const auto ruta = mundo.crearEmpresa("Uno.QZT", "empresa", "clave1");
+    const auto cargar = [&] {
+        mundo.nucleo.estado.gUsuario = "antes";
+        mundo.flujos.configuracion().CargarConfiguracionEmpresa(ruta);
+        return mundo.nucleo.estado.gUsuario;
+    };
+    archivos.olvidarCuentas();
+    ASSERT_EQ(cargar(), "empresa");
+    const int lecturas = archivos.cuenta(pruebas::Operacion::leer);
+    ASSERT_GE(lecturas, 3);
+    for (int vez = 1; vez <= lecturas; ++vez) {
+        archivos.fallar({.operacion = pruebas::Operacion::leer,
+                         .vez = vez,
+                         .mascara = "Uno.QZT",
+                         .numero = platform::error_archivo::permisoDenegado});
+        EXPECT_EQ(cargar(), "empresa") << "read " << vez;
+        archivos.sanar();
+    }
 }
 
 TEST(ConfiguracionEmpresa, TextosSeBuscanPorComienzo) {
@@ -177,6 +231,13 @@ TEST(ConfiguracionEmpresa, VXCRMLeeSuXml) {
     mundo.flujos.configuracion().CargarConfiguracionEmpresa(nucleo.datos("TOTAL05.XML"));
     EXPECT_EQ(nucleo.estado.gUsuario, "");
     EXPECT_EQ(nucleo.estado.gCarpeta, "");
+
+    // None is active: none is configured, without a word.
+    nucleo.ajustes.GrabarRegistro("comun", "", "", "VXCRM");
+    nucleo.estado.gUsuario = "antes";
+    mundo.flujos.configuracion().CargarConfiguracionEmpresa("");
+    EXPECT_EQ(nucleo.estado.gUsuario, "");
+    EXPECT_TRUE(nucleo.guion.cajas().empty());
 }
 
 }  // namespace
