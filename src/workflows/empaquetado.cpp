@@ -102,6 +102,7 @@ std::string Empaquetado::ZipEmpresa(std::string_view archivoEmpresa, std::string
 }
 
 void Empaquetado::prepararZip(zip::Zip& zip) {
+    zip.hilos = hilos;
     zip.progreso = [this](std::uint64_t hecho, std::uint64_t total) {
         if (!estado().gDetener && !estado().gDesatendido) {
             flujos_.panel().Barra(static_cast<double>(std::max<std::uint64_t>(hecho, 1)),

@@ -27,6 +27,8 @@ class Empaquetado : public Flujo {
     // Copies under locks; false when it gave up. Only a held file is told in a box.
     bool CopiarArchivo(std::string_view origen, std::string_view destino);
 
+    unsigned hilos = 0;  // that compress side by side; 0 = as many as the machine has
+
     // Folders of the table copies lie in the temporary root under this prefix; each holds a file of the name
     // `testigo` that its process keeps open, so that a stale one can be told (workflows/temporales.h).
     static constexpr std::string_view prefijoCopias = "Copia-";

@@ -120,6 +120,13 @@ class EscritorioGuion : public core::Escritorio {
         return sucesos.empty() ? Suceso{} : sucesos.back();
     }
     void olvidar() { sucesos.clear(); }
+    // Takes back the answers that nobody has asked for.
+    void olvidarRespuestas() {
+        for (auto& [clase, cola] : respuestas_) {
+            cola.clear();
+        }
+        datos_.clear();
+    }
     // Fails the test for each answer that is still waiting; runs by itself at the end.
     void comprobarAgotado() {
         for (auto& [clase, cola] : respuestas_) {

@@ -94,6 +94,7 @@ TEST_F(PruebaEmpaquetado, UnaTablaBloqueadaSeDiceYElRestoSeEmpaqueta) {
 TEST_F(PruebaEmpaquetado, UnaTablaQueSeBloqueaDespuesConservaSuCopia) {
     auto& nucleo = mundo.nucleo;
     const auto ruta = mundo.crearEmpresa("Uno.QZT");
+    mundo.flujos.empaquetado().hilos = 1;  // a turn after each file, before the next is read
     std::unique_ptr<platform::Archivo> tabla;
     nucleo.guion.enCadaTurno([&] {
         const auto hay =
