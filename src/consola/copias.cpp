@@ -1,11 +1,13 @@
 // tarvoline-copias: the backup manager on a command line, for servers and scripts.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
 
 #include "consola/ordenes.h"
 #include "consola/progreso.h"
+#include "core/carpetas.h"
 #include "core/registro_spdlog.h"
 #include "platform/senales.h"
 
@@ -80,6 +82,19 @@ void leerClave(Opciones& opciones) {
     }
 }
 
+// Paths are meant from here, but the process moves when a company is opened.
+void completarRutas(Opciones& opciones) {
+    if (!opciones.empresa.empty()) {
+        opciones.empresa = core::rutaCompleta(opciones.empresa);
+    }
+    if (opciones.orden == "subir") {
+        std::ranges::transform(opciones.nombres, opciones.nombres.begin(), core::rutaCompleta);
+    }
+    if (opciones.orden == "bajar") {
+        opciones.destino = core::rutaCompleta(opciones.destino);
+    }
+}
+
 int ejecutar(const Opciones& opciones) {
     const platform::SenalesFin senales;
     const auto archivos = platform::crearSistemaArchivos();
@@ -118,6 +133,7 @@ int main(int argc, char** argv) {
     }
     try {
         leerClave(opciones);
+        completarRutas(opciones);
         return ejecutar(opciones);
     } catch (const core::FinDePrograma& fin) {
         return fin.codigo;

@@ -48,6 +48,7 @@ void Ordenes::preparar() {
     auto& estado = montaje_.estado();
     auto& entorno = montaje_.entorno();
     core::prepararTextos(entorno);
+    core::ComprobarIdioma(entorno);
     estado.gProducto = opciones_.crm ? "VXCRM" : "VELDORIX";
     estado.gDatosDir = entorno.ajustes.leerCarpeta("DATOS_DIR", estado.gProducto);
     core::prepararServicio(entorno);

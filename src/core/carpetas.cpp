@@ -93,6 +93,17 @@ std::string conSeparadorFinal(std::string_view carpeta) {
     return ruta;
 }
 
+std::string rutaCompleta(std::string_view ruta) {
+    const bool desdeRaiz = !ruta.empty() && esSeparador(ruta.front());
+    const bool conUnidad = ruta.size() > 1 && ruta[1] == ':';
+    if (desdeRaiz || conUnidad) {
+        return std::string(ruta);
+    }
+    std::error_code sinCarpeta;  // a process whose folder is gone keeps the path as it was given
+    const auto actual = std::filesystem::current_path(sinCarpeta).u8string();
+    return unir(std::string(actual.begin(), actual.end()), ruta);
+}
+
 Carpetas::Carpetas(platform::SistemaArchivos& archivos, Ajustes& ajustes, std::string raizTemporal,
                    std::string carpetaEjecutable)
     : archivos_(archivos),

@@ -21,6 +21,9 @@ PartesRuta SepararRuta(std::string_view ruta);
 std::string SoloNombre(std::string_view ruta);  // name with extension
 bool contieneSeparador(std::string_view ruta);
 std::string conSeparadorFinal(std::string_view carpeta);  // "" stays ""
+// A path from the root or with a drive stays; any other is taken from the process's current folder ("" is
+// that folder). Opening a company moves the process, so a path that somebody gave is made whole before that.
+std::string rutaCompleta(std::string_view ruta);
 
 // Folders that the system keeps for application data.
 enum class CarpetaConocida {

@@ -96,7 +96,8 @@ void AccesoEmpresa::crear(std::string_view nombre, std::string_view opciones) {
 
 std::string AccesoEmpresa::rutaPedida(std::string_view empresa) const {
     const auto& ajustes = sesion_.contexto.ajustes();
-    return data::rutaCabecera(ajustes, empresa.empty() ? ajustes.leer("Active") : std::string(empresa));
+    return core::rutaCompleta(
+        data::rutaCabecera(ajustes, empresa.empty() ? ajustes.leer("Active") : std::string(empresa)));
 }
 
 // Everything that can be said of the file before it is opened.

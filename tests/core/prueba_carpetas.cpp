@@ -37,6 +37,16 @@ TEST(Rutas, SeSeparanPorLasDosBarras) {
     EXPECT_EQ(conSeparadorFinal(""), "");
 }
 
+TEST(Rutas, LasQueNoVienenDeLaRaizSonDeLaCarpetaActual) {
+    const std::string aqui = fs::current_path().string();
+    EXPECT_EQ(rutaCompleta("Uno.QZT"), aqui + "/Uno.QZT");
+    EXPECT_EQ(rutaCompleta(".\\Uno.QZT"), aqui + "/.\\Uno.QZT");
+    EXPECT_EQ(rutaCompleta(""), aqui);
+    for (const char* completa : {"/datos/Uno.QZT", "\\datos\\Uno.QZT", "C:\\datos\\Uno.QZT"}) {
+        EXPECT_EQ(rutaCompleta(completa), completa);
+    }
+}
+
 TEST(Carpetas, TemporalJuntaConUnaSolaBarra) {
     NucleoPrueba nucleo;
     const std::string raiz = nucleo.ruta("temporal/Veldorix");

@@ -1,6 +1,8 @@
 // The session: finding, opening, closing and creating companies, their named values, every error of it.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "apoyo/mundo_datos.h"
 #include "data/utilidades.h"
 #include "link/enlace.h"
@@ -85,6 +87,18 @@ TEST_F(PruebaEnlace, AbrirPorNombreYPorRuta) {
         enlace.CerrarEmpresa();
         EXPECT_EQ(enlace.NumeroEmpresa(), "");
     }
+}
+
+// Opening moves the process to the program directory: the path must not move with it.
+TEST_F(PruebaEnlace, UnaRutaRelativaSigueSiendoLaMisma) {
+    const auto ruta = empresa("a.QZT");
+    std::filesystem::current_path(mundo.carpeta.ruta(""));
+    Enlace enlace(contexto);
+    enlace.AbrirEmpresa("datos/a", "");
+    enlace.Config("TVUSER", "ana");
+    std::filesystem::current_path("/");
+    EXPECT_EQ(enlace.Config("TVUSER"), "ana");
+    EXPECT_EQ(enlace.Empresa(), ruta);
 }
 
 TEST_F(PruebaEnlace, LoQueNoSeAbre) {
