@@ -42,6 +42,12 @@ class Ajustes {
     void GrabarRegistro(std::string_view clave, std::string_view valor, std::string_view seccion = {},
                         std::string_view producto = {});
 
+    // GrabarRegistro for a value that changes many times a second (platform::ArbolAjustes::grabarLigero).
+    void grabarLigero(std::string_view clave, std::string_view valor, std::string_view seccion,
+                      std::string_view producto) {
+        usuario_.grabarLigero(donde(clave, seccion, producto), valor);
+    }
+
     // LeerRegistro as text.
     std::string leer(std::string_view clave, std::string_view seccion = {}, std::string_view defecto = {},
                      std::string_view producto = {}) const {

@@ -262,6 +262,25 @@ bool AjustesTexto::grabar(const ClaveAjuste& donde, std::string_view valor) {
     return true;
 }
 
+std::optional<AjustesTexto::Sitio> AjustesTexto::sitio(const ClaveAjuste& donde) const {
+    const auto indice = ultima(plegar(donde));
+    if (!indice) return std::nullopt;
+    const std::string& cruda = lineas_[*indice].cruda;
+    const auto igual = cruda.find('=');
+    if (cruda.find('"') != std::string::npos || igual == std::string::npos) return std::nullopt;
+    Sitio sitio{igual + 1, cruda.size() - igual - 1};
+    for (std::size_t i = 0; i < *indice; ++i)
+        sitio.desde += lineas_[i].cruda.size() + fin_.size();
+    return sitio;
+}
+
+bool AjustesTexto::grabarConSitio(const ClaveAjuste& donde, std::string_view valor, std::size_t ancho) {
+    const bool cambia = grabar(donde, valor);
+    std::string& cruda = lineas_[*ultima(plegar(donde))].cruda;
+    if (valor.size() < ancho) cruda.append(ancho - valor.size(), ' ');
+    return cambia;
+}
+
 // A new value stands below the last line of its section, which may have to be opened.
 void AjustesTexto::insertar(Linea linea) {
     const auto suya = [&](const Linea& otra) {

@@ -33,6 +33,16 @@ class AjustesTexto {
     // False when nothing had to change.
     bool grabar(const ClaveAjuste& donde, std::string_view valor);
     bool borrar(const ClaveAjuste& donde);
+    // Where the value of `donde` stands in texto(), in bytes, with the blanks behind it. Nothing when it has
+    // none, or stands in quotes.
+    struct Sitio {
+        std::size_t desde = 0;
+        std::size_t longitud = 0;
+    };
+    std::optional<Sitio> sitio(const ClaveAjuste& donde) const;
+    // As grabar, with blanks behind the value up to `ancho` characters: room for a longer one to be written
+    // over it.
+    bool grabarConSitio(const ClaveAjuste& donde, std::string_view valor, std::size_t ancho);
     // One entry a key, in the order of the file.
     std::vector<Ajuste> listar() const;
     // "line 12: text" for each line that was not understood.

@@ -15,6 +15,9 @@ namespace {
 // A writer holds the lock for the time of one small file; who waits this long waits for a process that hangs.
 constexpr std::chrono::milliseconds esperaMaxima{10'000};
 
+// Room for any 32-bit position.
+constexpr std::size_t anchoLigero = 12;
+
 // Runs `paso`; what goes wrong with the file becomes what went wrong with the store.
 template <typename Paso>
 auto comoAjustes(Paso&& paso) {
@@ -25,8 +28,9 @@ auto comoAjustes(Paso&& paso) {
     }
 }
 
-// The store in its file. Readers take no lock: the file is only ever replaced as a whole. Writers of all
-// processes take turns through the lock file beside it, which is never replaced or removed.
+// The store in its file. Readers take no lock: the file is only ever replaced as a whole, or has one short
+// value overwritten in place. Writers of all processes take turns through the lock file beside it, which is
+// never replaced or removed.
 class ArbolArchivo final : public ArbolAjustes {
   public:
     ArbolArchivo(SistemaArchivos& archivos, std::string ruta, bool soloLectura)
@@ -39,6 +43,28 @@ class ArbolArchivo final : public ArbolAjustes {
 
     void grabar(const ClaveAjuste& donde, std::string_view valor) override {
         cambiar([&](AjustesTexto& ajustes) { return ajustes.grabar(donde, valor); });
+    }
+
+    // Overwrites the value where it stands: a rename without bringing the file to the device first could
+    // leave an empty file after a power failure, and bringing it there costs more than sending a piece.
+    void grabarLigero(const ClaveAjuste& donde, std::string_view valor) override {
+        if (soloLectura_) throw ErrorAjustes(ruta_ + ": read only");
+        const std::lock_guard turno(mutex_);
+        comoAjustes([&] {
+            archivos_.crearDirectorios(carpetaDe(ruta_), 0700);
+            const auto cerrojo = tomarCerrojo();
+            AjustesTexto& ajustes = cargar();
+            const auto sitio = ajustes.sitio(donde);
+            if (sitio && sitio->longitud >= valor.size() && ajustes.texto() == texto_) {
+                std::string relleno(valor);
+                relleno.resize(sitio->longitud, ' ');
+                archivos_.abrir(ruta_, Apertura::escritura)->escribir(sitio->desde, comoBytes(relleno));
+                return;
+            }
+            AjustesTexto nuevos = ajustes;
+            nuevos.grabarConSitio(donde, valor, anchoLigero);
+            escribirAtomico(archivos_, ruta_, nuevos.texto(), 0600);
+        });
     }
 
     void borrar(const ClaveAjuste& donde) override {

@@ -45,6 +45,9 @@ class ArbolAjustes {
     virtual std::optional<std::string> leer(const ClaveAjuste& donde) = 0;
     // Whole or not at all, and safe against another process that writes at the same time.
     virtual void grabar(const ClaveAjuste& donde, std::string_view valor) = 0;
+    // For a value that changes many times a second and of which an older one does no harm, such as the
+    // position of a transfer: as grabar, but not forced to the device. Letters and digits only.
+    virtual void grabarLigero(const ClaveAjuste& donde, std::string_view valor) { grabar(donde, valor); }
     virtual void borrar(const ClaveAjuste& donde) = 0;
     // All values, in the order of the store.
     virtual std::vector<Ajuste> listar() = 0;

@@ -92,7 +92,7 @@ void Transferencia::enviar(service::ClienteServicio& cliente, const service::Env
     service::AvisosPiezas avisos;
     avisos.detener = [&] { return estado().gDetener; };
     avisos.turno = [&] { panel.Turno(); };
-    avisos.antesDePieza = [&](std::int32_t posicion) { grabarClave("Offset", std::to_string(posicion)); };
+    avisos.antesDePieza = [&](std::int32_t posicion) { grabarPosicion(posicion); };
     avisos.avance = [&](std::int32_t posicion) {
         progreso(envio.longitud, posicion);
         panel.Barra(posicion, envio.longitud);
@@ -172,8 +172,21 @@ void Transferencia::borrarRegistroSubida() {
 }
 
 void Transferencia::grabarClave(std::string_view clave, std::string_view valor) {
+    anotando(clave, valor,
+             [&] { entorno_.ajustes.GrabarRegistro(clave, valor, seccion, estado().gProducto); });
+}
+
+// Before every piece. An older position only sends pieces again, so it need not survive a power failure.
+void Transferencia::grabarPosicion(std::int32_t posicion) {
+    const auto valor = std::to_string(posicion);
+    anotando("Offset", valor,
+             [&] { entorno_.ajustes.grabarLigero("Offset", valor, seccion, estado().gProducto); });
+}
+
+void Transferencia::anotando(std::string_view clave, std::string_view valor,
+                             const std::function<void()>& paso) {
     try {
-        entorno_.ajustes.GrabarRegistro(clave, valor, seccion, estado().gProducto);
+        paso();
     } catch (const platform::ErrorAjustes& error) {
         entorno_.registro.error(std::string(clave) + ": " + error.what());
         if (!avisadoAjustes_) {

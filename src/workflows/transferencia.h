@@ -12,6 +12,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -61,6 +62,8 @@ class Transferencia : public Flujo {
     void terminarSubida(std::string_view archivo, std::string_view tipo);
     void anotarSubida(std::string_view archivo, std::string_view tipo, std::int32_t posicion);
     void grabarClave(std::string_view clave, std::string_view valor);
+    void grabarPosicion(std::int32_t posicion);
+    void anotando(std::string_view clave, std::string_view valor, const std::function<void()>& paso);
     std::string leerClave(std::string_view clave) const;
 
     bool pedirDestino(const std::string& nombre, std::string& ruta);

@@ -56,6 +56,20 @@ TEST_P(ConformidadAjustes, GuardaCualquierTexto) {
     EXPECT_TRUE(arbol_->lineasOmitidas().empty());
 }
 
+// Many light writes of growing and shrinking values, other values written between them.
+TEST_P(ConformidadAjustes, UnValorLigeroNoEstorbaALosDemas) {
+    const ClaveAjuste posicion{"VELDORIX", "NETBACKUP", "Offset"};
+    arbol_->grabar({"VELDORIX", "NETBACKUP", "Active"}, "/tmp/á b.zip");
+    for (const char* valor : {"1", "262145", "2147483647", "12345678901234", "7"}) {
+        arbol_->grabarLigero(posicion, valor);
+        EXPECT_EQ(arbol_->leer(posicion), valor);
+        arbol_->grabar({"VELDORIX", "NETBACKUP", "User"}, valor);
+        EXPECT_EQ(arbol_->leer(posicion), valor);
+        EXPECT_EQ(arbol_->leer({"VELDORIX", "NETBACKUP", "Active"}), "/tmp/á b.zip");
+    }
+    EXPECT_EQ(arbol_->listar().size(), 3U);
+}
+
 TEST_P(ConformidadAjustes, LosNombresNoDistinguenCaja) {
     arbol_->grabar({"VELDORIX", "BACKUP", "Tamaño"}, "1");
     arbol_->grabar({"Veldorix", "Backup", "TAMAÑO"}, "2");
