@@ -9,8 +9,8 @@
 #include <condition_variable>
 #include <deque>
 #include <functional>
+#include <map>
 #include <mutex>
-#include <set>
 #include <thread>
 #include <vector>
 
@@ -18,19 +18,23 @@
 
 namespace tarvoline::server {
 
-// Runs each connection in a thread of its own, up to `maximo` at once; more wait for one to end. Threads are
-// made when needed and used again.
+class Flujo;
+
+// Runs each connection in a thread of its own, up to `maximo` at once; more wait for one to end, and
+// `apurada` is true while they do. Threads are made when needed and used again.
 class ColaConexiones : public httplib::TaskQueue {
   public:
-    explicit ColaConexiones(std::size_t maximo) : maximo_(maximo) {}
+    ColaConexiones(std::size_t maximo, std::atomic<bool>& apurada) : maximo_(maximo), apurada_(apurada) {}
     void enqueue(std::function<void()> trabajo) override;
     // What was queued is still done.
     void shutdown() override;
 
   private:
     void trabajar();
+    void medirApuro() { apurada_ = hilos_.size() == maximo_ && trabajos_.size() > ociosos_; }
 
     std::size_t maximo_;
+    std::atomic<bool>& apurada_;
     std::mutex cerrojo_;
     std::condition_variable hayTrabajo_;
     std::deque<std::function<void()>> trabajos_;
@@ -39,31 +43,45 @@ class ColaConexiones : public httplib::TaskQueue {
     bool fin_ = false;
 };
 
+// What one connection may take from the others.
+struct LimitesConexion {
+    std::size_t maximo = 128;            // at once
+    std::chrono::seconds ocioso{60};     // between two requests
+    std::chrono::seconds apurado{5};     // the same while others wait; clients do not use a line again that
+                                         // idled for 3 s
+    std::chrono::seconds linea{30};      // nothing moves
+    std::chrono::seconds peticion{300};  // a request from its first byte to the last of its answer
+};
+
 class ServidorHttp : public httplib::Server {
   public:
-    static constexpr std::size_t maximoConexiones = 128;
     static constexpr std::size_t maximoPeticion = 2U * 1024 * 1024;  // bytes: a piece is 350 KB
-    static constexpr std::chrono::seconds plazoOcioso{60};           // between two requests
-    static constexpr std::chrono::seconds plazoLinea{30};            // a line on which nothing moves
 
     // `tls` null = plain connections.
-    explicit ServidorHttp(const ContextoTls* tls = nullptr);
+    explicit ServidorHttp(const ContextoTls* tls = nullptr, const LimitesConexion& limites = {});
 
     // Told of what broke a connection from inside.
     std::function<void(const std::exception&)> alFallar;
 
     // No new connections; idle ones are closed, running calls are answered. listen_after_bind() then returns.
     void detener();
+    // Ends the connections whose request takes longer than it may. To be called every few seconds.
+    void cortarLentas();
 
   private:
+    using Instante = std::chrono::steady_clock::time_point;
     bool process_and_close_socket(socket_t conexion) override;
     void atender(socket_t conexion);
+    bool esperarPeticion(Flujo& flujo);
     bool apuntar(socket_t conexion);
+    void limitar(socket_t conexion, Instante hasta);
     void borrar(socket_t conexion);
 
     const ContextoTls* tls_;
+    LimitesConexion limites_;
+    std::atomic<bool> apurada_ = false;
     std::mutex cerrojo_;
-    std::set<socket_t> abiertas_;
+    std::map<socket_t, Instante> abiertas_;  // and until when what they are at may take
     std::atomic<bool> fin_ = false;
 };
 

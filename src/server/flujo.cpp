@@ -16,20 +16,20 @@ constexpr std::size_t longitudSalida = 64U * 1024;
 Flujo::Flujo(int conexion, const ContextoTls* tls)
     : conexion_(conexion),
       tls_(tls != nullptr ? std::make_unique<SesionTls>(*tls, conexion) : nullptr),
-      remota_(zocalo::remota(conexion)) {}
+      remota_(platform::zocalo::remota(conexion)) {}
 
 bool Flujo::esperarPeticion(std::chrono::milliseconds plazo) {
     if (rota_) return false;
     if (leidos_ < entrada_.size() || (tls_ && tls_->hayPendiente())) return true;
-    return zocalo::esperarLectura(conexion_, plazo) == zocalo::Espera::listo;
+    return platform::zocalo::esperarLectura(conexion_, plazo) == platform::zocalo::Espera::listo;
 }
 
 std::ptrdiff_t Flujo::recibir(char* destino, std::size_t cuantos) {
-    return tls_ ? tls_->leer(destino, cuantos) : zocalo::recibir(conexion_, destino, cuantos);
+    return tls_ ? tls_->leer(destino, cuantos) : platform::zocalo::recibir(conexion_, destino, cuantos);
 }
 
 std::ptrdiff_t Flujo::enviar(const char* origen, std::size_t cuantos) {
-    return tls_ ? tls_->escribir(origen, cuantos) : zocalo::enviar(conexion_, origen, cuantos);
+    return tls_ ? tls_->escribir(origen, cuantos) : platform::zocalo::enviar(conexion_, origen, cuantos);
 }
 
 ssize_t Flujo::read(char* destino, std::size_t cuantos) {
@@ -78,7 +78,7 @@ void Flujo::get_remote_ip_and_port(std::string& ip, int& puerto) const {
 }
 
 void Flujo::get_local_ip_and_port(std::string& ip, int& puerto) const {
-    const auto propia = zocalo::local(conexion_);
+    const auto propia = platform::zocalo::local(conexion_);
     ip = propia.ip;
     puerto = propia.puerto;
 }

@@ -8,8 +8,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/zocalo.h"
 #include "server/tls.h"
-#include "server/zocalo.h"
 
 namespace tarvoline::server {
 
@@ -37,7 +37,7 @@ class Flujo : public httplib::Stream {
     void get_local_ip_and_port(std::string& ip, int& puerto) const override;
     socket_t socket() const override { return conexion_; }
 
-    const zocalo::Direccion& remota() const { return remota_; }
+    const platform::zocalo::Direccion& remota() const { return remota_; }
 
   private:
     std::ptrdiff_t recibir(char* destino, std::size_t cuantos);
@@ -45,7 +45,7 @@ class Flujo : public httplib::Stream {
 
     int conexion_;
     std::unique_ptr<SesionTls> tls_;
-    zocalo::Direccion remota_;
+    platform::zocalo::Direccion remota_;
     std::string entrada_;  // received, not yet read: from `leidos_` on
     std::size_t leidos_ = 0;
     std::string salida_;

@@ -47,14 +47,18 @@ void Historial::grabar(std::int64_t usuario, std::string_view texto, std::string
 
 std::string Historial::leer(std::int64_t usuario, std::string_view filtro) {
     std::string registros;
+    bool lleno = false;
     base_.consultar(
         "SELECT id, fecha, texto, carpeta FROM historial WHERE usuario = ?1 AND (?2 = '' OR instr(texto, ?2) "
         "> 0) "
         "ORDER BY id DESC",
         [&](const BaseDatos::Fila& fila) {
+            const std::string registro = std::to_string(fila.entero(0)) + "@/" + fila.texto(1) + "@/" +
+                                         fila.texto(2) + "@/" + fila.texto(3);
+            lleno = lleno || registros.size() + registro.size() >= maximoRespuesta;
+            if (lleno) return;
             if (!registros.empty()) registros += '|';
-            registros += std::to_string(fila.entero(0)) + "@/" + fila.texto(1) + "@/" + fila.texto(2) + "@/" +
-                         fila.texto(3);
+            registros += registro;
         },
         usuario, filtro);
     return registros;

@@ -16,7 +16,9 @@ constexpr std::size_t maximoTipo = 32;
 constexpr std::int64_t bytesPorGb = 1024LL * 1024 * 1024;
 constexpr const char* carpetaInicial = "DATOS";
 
-std::string unir(const std::vector<std::string>& nombres) {
+// A list whose first five letters are "ERROR" reads as a failure, and there is no escape: such names go last.
+std::string unir(std::vector<std::string> nombres) {
+    std::ranges::stable_partition(nombres, [](const std::string& nombre) { return !core::esError(nombre); });
     std::string lista;
     for (const std::string& nombre : nombres) {
         if (!lista.empty()) lista += '\t';
@@ -66,13 +68,9 @@ std::string Operaciones::listadocarpetas(Llamada& llamada) {
     return unir(archivos_.indice().carpetas(llamada.usuario->id));
 }
 
-// A list whose first five letters are "ERROR" reads as a failure, and there is no escape: such names go last.
 std::string Operaciones::ListadoArchivos(Llamada& llamada) {
-    std::vector<std::string> nombres =
-        archivos_.indice().nombres(llamada.usuario->id, carpetaDe(llamada.texto(2)), llamada.texto(3));
-    std::stable_partition(nombres.begin(), nombres.end(),
-                          [](const std::string& nombre) { return !core::esError(nombre); });
-    return unir(nombres);
+    return unir(
+        archivos_.indice().nombres(llamada.usuario->id, carpetaDe(llamada.texto(2)), llamada.texto(3)));
 }
 
 std::string Operaciones::FileSize(Llamada& llamada) {

@@ -6,18 +6,18 @@
 #include <optional>
 #include <thread>
 
+#include "platform/zocalo.h"
 #include "server/almacen_archivos.h"
 #include "server/conexiones.h"
 #include "server/deposito.h"
 #include "server/historial.h"
 #include "server/operaciones.h"
 #include "server/puerta.h"
-#include "server/zocalo.h"
 
 namespace tarvoline::server {
 namespace {
 
-constexpr std::chrono::seconds entreSincronizaciones{5};
+constexpr std::chrono::seconds entreRondas{5};
 
 std::unique_ptr<platform::Archivo> ocuparRaiz(platform::SistemaArchivos& archivos, const std::string& raiz) {
     archivos.crearDirectorios(raiz, 0700);
@@ -99,7 +99,7 @@ class ServidorEmbebido::Interior {
 
   private:
     void comprobarOpciones() const;
-    void sincronizarAMenudo();
+    void rondar();
 
     OpcionesServicio opciones_;
     core::Registro& registro_;
@@ -116,14 +116,14 @@ class ServidorEmbebido::Interior {
     std::mutex cerrojo_;
     std::condition_variable despertar_;
     bool fin_ = false;
-    std::thread sincronizador_;
+    std::thread ronda_;
 };
 
 void ServidorEmbebido::Interior::comprobarOpciones() const {
     if (opciones_.conTls() == opciones_.claveCertificado.empty()) {
         throw ErrorServidor("el certificado y su clave van juntos");
     }
-    if (!zocalo::esLocal(opciones_.direccion) && !opciones_.conTls() && !opciones_.sinCifrar) {
+    if (!platform::zocalo::esLocal(opciones_.direccion) && !opciones_.conTls() && !opciones_.sinCifrar) {
         throw ErrorServidor("escuchar en " + opciones_.direccion +
                             " sin certificado expone las claves y las copias en la red: dé --certificado y "
                             "--clave-certificado, o --sin-cifrar si lo asume");
@@ -141,27 +141,30 @@ void ServidorEmbebido::Interior::arrancar() {
         puerta_.montarLlamadas(llana_->servidor(), "http");
     }
     llana_->arrancar(opciones_.direccion, opciones_.puerto);
-    sincronizador_ = std::thread([this] { sincronizarAMenudo(); });
+    ronda_ = std::thread([this] { rondar(); });
 }
 
 void ServidorEmbebido::Interior::detener() {
     if (llana_) llana_->detener();
     if (cifrada_) cifrada_->detener();
-    if (!sincronizador_.joinable()) return;
+    if (!ronda_.joinable()) return;
     {
         const std::lock_guard guardia(cerrojo_);
         fin_ = true;
         despertar_.notify_all();
     }
-    sincronizador_.join();
+    ronda_.join();
 }
 
-// What was not a file's last piece reaches the disk here, so that the last one need not wait for all.
-void ServidorEmbebido::Interior::sincronizarAMenudo() {
+// What was not a file's last piece reaches the disk here, so that the last one need not wait for all; and who
+// holds a line without end loses it.
+void ServidorEmbebido::Interior::rondar() {
     std::unique_lock guardia(cerrojo_);
     while (!fin_) {
-        despertar_.wait_for(guardia, entreSincronizaciones, [this] { return fin_; });
+        despertar_.wait_for(guardia, entreRondas, [this] { return fin_; });
         guardia.unlock();
+        llana_->servidor().cortarLentas();
+        if (cifrada_) cifrada_->servidor().cortarLentas();
         archivos_.sincronizarTodo();
         guardia.lock();
     }

@@ -4,6 +4,8 @@
 
 #include <thread>
 
+#include "server/conexiones.h"
+#include "server/linea_suelta.h"
 #include "server/servicio_prueba.h"
 #include "server/textos.h"
 
@@ -74,6 +76,11 @@ TEST(Puerta, GivesTheContractWithTheHostThatWasAsked) {
     EXPECT_EQ(direccion("/qzback/service.asmx?wsdl", "x\"><script>"),
               "http://127.0.0.1:" + std::to_string(servicio.servicio->puerto()) + "/qzback/service.asmx");
     EXPECT_EQ(ana.http().Get("/qzback/service.asmx")->status, 200);
+    std::string repetida = "bytes=0-";
+    for (int i = 0; i < 1000; ++i)
+        repetida += ",0-";
+    EXPECT_LT(ana.http().Get("/qzback/service.asmx?wsdl", {{"Range", repetida}})->body.size(), 100'000U)
+        << "a contract is not given a thousand times";
     for (const char* ruta : {"/", "/qzback/", "/qzback/service.asmx/../../etc/passwd", "/datos"}) {
         EXPECT_EQ(ana.http().Get(ruta)->status, 404) << ruta;
     }
@@ -130,6 +137,31 @@ TEST(Puerta, WritersAndDeletersOfOneFileTakeTurns) {
     ASSERT_EQ(ana.subirEntero("uno", contenido), "");
     EXPECT_TRUE(ana.bajarEntero("uno") == contenido);
     EXPECT_EQ(ana.con("CalcularEspacioTotal"), std::to_string(contenido.size()));
+}
+
+// Two lines at most here: two that say nothing make room for a third, one that dawdles is cut.
+TEST(Puerta, NobodyKeepsTheLinesToHimself) {
+    server::LimitesConexion limites;
+    limites.maximo = 2;
+    limites.apurado = std::chrono::seconds(0);
+    limites.peticion = std::chrono::seconds(0);
+    server::ServidorHttp servidor(nullptr, limites);
+    servidor.Get("/", [](const httplib::Request&, httplib::Response& respuesta) { respuesta.status = 204; });
+    const int puerto = servidor.bind_to_any_port("127.0.0.1");
+    std::thread hilo([&] { servidor.listen_after_bind(); });
+    {
+        pruebas::LineaSuelta callada(puerto);
+        pruebas::LineaSuelta otra(puerto);
+        httplib::Client cliente("127.0.0.1", puerto);
+        const auto respuesta = cliente.Get("/");
+        EXPECT_TRUE(respuesta && respuesta->status == 204);
+    }
+    pruebas::LineaSuelta lenta(puerto);
+    lenta.enviar("GET / HTT");
+    while (!lenta.cerrada(std::chrono::milliseconds(20)))
+        servidor.cortarLentas();
+    servidor.detener();
+    hilo.join();
 }
 
 TEST(Puerta, EndsWhileClientsKeepTheirLinesOpen) {

@@ -7,6 +7,7 @@
 
 #include <memory>
 
+#include "core/texto.h"
 #include "server/servicio_prueba.h"
 #include "soap/cliente.h"
 
@@ -62,7 +63,7 @@ TEST(ServicioTls, CallsGoOverTlsOnly) {
 
     soap::Conexion conexion({.certificados = certificado});
     soap::ClienteSoap cliente(conexion);
-    cliente.Iniciar(servicio.servicio->url());
+    cliente.Iniciar(core::Sustituir(servicio.servicio->url(), "/qzback/", "/qzbackup/"));
     const auto credencial = [&] {
         return core::CodificarClave(cliente.Llamar("DTS", {}) + "secreta1", core::fuenteAleatoria());
     };
@@ -77,10 +78,27 @@ TEST(ServicioTls, CallsGoOverTlsOnly) {
     EXPECT_EQ(cliente.Llamar("Restore", bajada), "");
     EXPECT_EQ(std::get<soap::Bytes>(bajada[7]), bytes);
 
-    soap::Conexion desconfiada;
-    soap::ClienteSoap otro(desconfiada);
-    otro.Iniciar(servicio.servicio->url());
-    EXPECT_THROW(otro.Llamar("DTS", {}), soap::ErrorServicio) << "the certificate is not one of the system's";
+    const auto fallo = [&](soap::OpcionesTransporte transporte, const std::string& url) -> std::string {
+        soap::Conexion otra(std::move(transporte));
+        soap::ClienteSoap desconfiado(otra);
+        try {
+            desconfiado.Iniciar(url);
+            desconfiado.Llamar("DTS", {});
+        } catch (const soap::ErrorServicio& error) {
+            return error.what();
+        }
+        return {};
+    };
+    const std::string rechazo = "el certificado del servidor no es de confianza";
+    const std::string ruta = "/qzback/service.asmx?wsdl";
+    EXPECT_EQ(fallo({.certificados = certificado}, seguro + ruta), "");
+    EXPECT_EQ(fallo({}, seguro + ruta), rechazo) << "not signed by one of the system's";
+    EXPECT_EQ(fallo({}, servicio.servicio->url()), rechazo) << "nor where the contract leads";
+    EXPECT_EQ(fallo({.certificados = certificado}, core::Sustituir(seguro, "127.0.0.1", "localhost") + ruta),
+              rechazo)
+        << "made out to another name";
+    EXPECT_EQ(fallo({.certificados = carpeta.ruta("no hay")}, seguro + ruta),
+              "no se puede leer el archivo de certificados");
 }
 
 TEST(ServicioTls, StrangersOnTheLineDisturbNobody) {

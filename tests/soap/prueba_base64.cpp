@@ -2,33 +2,10 @@
 
 #include <random>
 
-#include "contrato_prueba.h"
 #include "soap/base64.h"
 
 namespace tarvoline::soap {
 namespace {
-
-using pruebas::aBytes;
-
-std::string codificado(std::string_view bytes) {
-    std::string texto = ">";
-    CodificarBase64(aBytes(bytes), texto);
-    return texto.substr(1);
-}
-
-TEST(Base64, VectoresPublicados) {
-    const std::vector<std::pair<std::string, std::string>> casos{{"", ""},
-                                                                 {"f", "Zg=="},
-                                                                 {"fo", "Zm8="},
-                                                                 {"foo", "Zm9v"},
-                                                                 {"foob", "Zm9vYg=="},
-                                                                 {"fooba", "Zm9vYmE="},
-                                                                 {"foobar", "Zm9vYmFy"}};
-    for (const auto& [bytes, texto] : casos) {
-        EXPECT_EQ(codificado(bytes), texto);
-        EXPECT_EQ(DecodificarBase64(texto), aBytes(bytes)) << texto;
-    }
-}
 
 // A slow reference, so that the wide registers and the tables are held against the definition.
 std::string referencia(const Bytes& bytes) {

@@ -143,17 +143,5 @@ TEST(IdaYVuelta, LoQueXmlNoLlevaSeRechazaAlPedirYSeSustituyeAlContestar) {
     }
 }
 
-TEST(IdaYVuelta, ElFalloLlevaTextoYDetalle) {
-    const auto contrato = contratoPrueba();
-    const auto servicio = LeerWsdl(EscribirWsdl(contrato, "http://h/"));
-    try {
-        LeerRespuesta(servicio.operaciones.at("DTS"), EscribirFallo("Client", "no <vale>", "por & eso"), {});
-        FAIL() << "a fault is no result";
-    } catch (const ErrorServicio& error) {
-        EXPECT_STREQ(error.what(), "no <vale>");
-        EXPECT_EQ(error.detail(), "por & eso");
-    }
-}
-
 }  // namespace
 }  // namespace tarvoline::soap

@@ -1,4 +1,4 @@
-#include "server/zocalo.h"
+#include "platform/zocalo.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -9,7 +9,7 @@
 
 #include <cerrno>
 
-namespace tarvoline::server::zocalo {
+namespace tarvoline::platform::zocalo {
 namespace {
 
 Direccion leer(const sockaddr_storage& dada) {
@@ -76,8 +76,12 @@ void cerrarLectura(int conexion) {
     ::shutdown(conexion, SHUT_RD);
 }
 
-void cerrar(int conexion) {
+void cortar(int conexion) {
     ::shutdown(conexion, SHUT_RDWR);
+}
+
+void cerrar(int conexion) {
+    cortar(conexion);
     ::close(conexion);
 }
 
@@ -101,4 +105,4 @@ bool esLocal(const std::string& direccion) {
     return direccion == "::1" || direccion == "localhost";
 }
 
-}  // namespace tarvoline::server::zocalo
+}  // namespace tarvoline::platform::zocalo

@@ -1,11 +1,11 @@
-// What the HTTP side asks of the system's sockets. One source a system.
+// What a server asks of the system's TCP sockets, by their descriptor. Nothing here owns one.
 #pragma once
 
 #include <chrono>
 #include <cstddef>
 #include <string>
 
-namespace tarvoline::server::zocalo {
+namespace tarvoline::platform::zocalo {
 
 enum class Espera { listo, vencida, fallo };
 
@@ -23,6 +23,8 @@ std::ptrdiff_t enviar(int conexion, const char* origen, std::size_t cuantos);
 
 // Nothing more is read from it: whoever waits for its next request sees its end. Writes still go out.
 void cerrarLectura(int conexion);
+// Ends both directions at once; whoever waits on it goes on. The descriptor stays open.
+void cortar(int conexion);
 void cerrar(int conexion);
 
 struct Direccion {
@@ -34,4 +36,4 @@ Direccion local(int conexion);
 // The address names this machine alone.
 bool esLocal(const std::string& direccion);
 
-}  // namespace tarvoline::server::zocalo
+}  // namespace tarvoline::platform::zocalo
