@@ -1,7 +1,6 @@
 #include "service/respuestas.h"
 
-#include <cmath>
-#include <limits>
+#include <charconv>
 #include <stdexcept>
 
 #include "core/texto.h"
@@ -62,11 +61,16 @@ std::vector<std::string> leerNombres(std::string_view resultado) {
 }
 
 std::int32_t leerTamano(std::string_view resultado) {
-    const double bytes = core::Val(resultado);
-    if (bytes < 0 || bytes > std::numeric_limits<std::int32_t>::max()) {
-        throw std::overflow_error("Desbordamiento: " + std::string(resultado) + " bytes");
+    const auto cifras = core::Recortar(resultado);
+    std::int32_t bytes = 0;
+    const auto [fin, error] = std::from_chars(cifras.data(), cifras.data() + cifras.size(), bytes);
+    if (error == std::errc::result_out_of_range) {
+        throw std::overflow_error("Desbordamiento: " + cifras + " bytes");
     }
-    return static_cast<std::int32_t>(std::nearbyint(bytes));
+    if (error != std::errc() || fin != cifras.data() + cifras.size() || bytes < 0) {
+        throw std::invalid_argument("El servicio no da un tamaño: \"" + core::Mid(cifras, 1, 64) + "\"");
+    }
+    return bytes;
 }
 
 }  // namespace tarvoline::service

@@ -33,8 +33,9 @@ std::vector<EntradaHistorico> leerHistorico(std::string_view resultado);
 // Names divided by tabs, in the order received; empty ones are left out.
 std::vector<std::string> leerNombres(std::string_view resultado);
 
-// Digits of a size in bytes as a 32-bit number. Throws std::overflow_error for 2 GiB and more and for a size
-// below 0; a text without digits is 0.
+// Digits of a size in bytes as a 32-bit number. Throws std::overflow_error for 2 GiB and more, and
+// std::invalid_argument for what is no size: it must not pass for an empty file that then takes the place of
+// a good one.
 std::int32_t leerTamano(std::string_view resultado);
 
 }  // namespace tarvoline::service

@@ -59,9 +59,11 @@ TEST(Respuestas, Nombres) {
 
 TEST(Respuestas, TamanoDe32Bits) {
     EXPECT_EQ(leerTamano("2147483647"), 2147483647);
-    EXPECT_EQ(leerTamano(""), 0);
-    EXPECT_THROW(leerTamano("2147483648"), std::overflow_error);
-    EXPECT_THROW(leerTamano("-1"), std::overflow_error);
+    EXPECT_EQ(leerTamano(" 0 "), 0);
+    for (const char* enorme : {"2147483648", "99999999999999999999"})
+        EXPECT_THROW(leerTamano(enorme), std::overflow_error) << enorme;
+    for (const char* ninguno : {"", "-1", "x", "12 bytes", "1e3", "12.5"})
+        EXPECT_THROW(leerTamano(ninguno), std::invalid_argument) << ninguno;
 }
 
 }  // namespace
