@@ -1,6 +1,7 @@
 #include "server/almacen_usuarios.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <map>
 
@@ -49,9 +50,9 @@ struct AlmacenUsuarios::Foto {
 };
 
 std::string Usuario::carpetaRaiz() const {
-    char texto[24];
-    std::snprintf(texto, sizeof texto, "U%07lld", static_cast<long long>(id));
-    return texto;
+    std::array<char, 24> texto{};
+    std::snprintf(texto.data(), texto.size(), "U%07lld", static_cast<long long>(id));
+    return texto.data();
 }
 
 AlmacenUsuarios::AlmacenUsuarios(BaseDatos& base, const Cifrado& cifrado) : base_(base), cifrado_(cifrado) {

@@ -89,8 +89,8 @@ std::string Cifrado::sellar(std::string_view claro, std::string_view contexto) c
     exigir(EVP_EncryptUpdate(cifra.get(), destino + longitudNonce + longitudSello, &escritos, octetos(claro),
                              static_cast<int>(claro.size())),
            fallo);
-    unsigned char resto[longitudSello];
-    exigir(EVP_EncryptFinal_ex(cifra.get(), resto, &escritos), fallo);
+    std::array<unsigned char, longitudSello> resto{};
+    exigir(EVP_EncryptFinal_ex(cifra.get(), resto.data(), &escritos), fallo);
     exigir(EVP_CIPHER_CTX_ctrl(cifra.get(), EVP_CTRL_GCM_GET_TAG, longitudSello, destino + longitudNonce),
            fallo);
     return sellado;
@@ -115,8 +115,8 @@ std::string Cifrado::abrir(std::string_view sellado, std::string_view contexto) 
                              octetos(cuerpo), static_cast<int>(cuerpo.size())),
            fallo);
     exigir(EVP_CIPHER_CTX_ctrl(cifra.get(), EVP_CTRL_GCM_SET_TAG, longitudSello, sello.data()), fallo);
-    unsigned char resto[longitudSello];
-    exigir(EVP_DecryptFinal_ex(cifra.get(), resto, &escritos), fallo);
+    std::array<unsigned char, longitudSello> resto{};
+    exigir(EVP_DecryptFinal_ex(cifra.get(), resto.data(), &escritos), fallo);
     return claro;
 }
 

@@ -55,7 +55,7 @@ struct LimitesConexion {
 
 class ServidorHttp : public httplib::Server {
   public:
-    static constexpr std::size_t maximoPeticion = 2U * 1024 * 1024;  // bytes: a piece is 350 KB
+    static constexpr std::size_t maximoPeticion = std::size_t{2} * 1024 * 1024;  // bytes: a piece is 350 KB
 
     // `tls` null = plain connections.
     explicit ServidorHttp(const ContextoTls* tls = nullptr, const LimitesConexion& limites = {});

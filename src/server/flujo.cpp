@@ -8,8 +8,8 @@ namespace {
 
 // The HTTP library asks for 4 KiB at a time; a piece is 350 KB of text. One buffer turns 90 system calls into
 // a handful.
-constexpr std::size_t longitudEntrada = 64U * 1024;
-constexpr std::size_t longitudSalida = 64U * 1024;
+constexpr std::size_t longitudEntrada = std::size_t{64} * 1024;
+constexpr std::size_t longitudSalida = std::size_t{64} * 1024;
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #include "server/historial.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 
 #include "core/texto.h"
@@ -22,11 +23,11 @@ std::string sinSeparadores(std::string_view texto) {
 }
 
 std::string fechaHora(const platform::FechaHora& instante) {
-    char texto[32];
-    std::snprintf(texto, sizeof texto, "%02d/%02d/%04d %02d:%02d:%02d", instante.dia % 100,
+    std::array<char, 32> texto{};
+    std::snprintf(texto.data(), texto.size(), "%02d/%02d/%04d %02d:%02d:%02d", instante.dia % 100,
                   instante.mes % 100, instante.anio % 10000, instante.hora % 100, instante.minuto % 100,
                   instante.segundo % 100);
-    return texto;
+    return texto.data();
 }
 
 }  // namespace

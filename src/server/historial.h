@@ -16,7 +16,7 @@ class Historial {
     static constexpr std::int64_t maximoPorUsuario = 5000;
     static constexpr std::size_t maximoTexto = 500;  // characters of a line; the rest is cut
     // Of an answer, in bytes: a client reads 16 MiB, and a character that XML escapes takes up to six.
-    static constexpr std::size_t maximoRespuesta = 2U * 1024 * 1024;
+    static constexpr std::size_t maximoRespuesta = std::size_t{2} * 1024 * 1024;
 
     Historial(BaseDatos& base, const platform::Reloj& reloj) : base_(base), reloj_(reloj) {}
 

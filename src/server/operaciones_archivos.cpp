@@ -18,7 +18,8 @@ constexpr const char* carpetaInicial = "DATOS";
 
 // A list whose first five letters are "ERROR" reads as a failure, and there is no escape: such names go last.
 std::string unir(std::vector<std::string> nombres) {
-    std::ranges::stable_partition(nombres, [](const std::string& nombre) { return !core::esError(nombre); });
+    std::stable_partition(nombres.begin(), nombres.end(),
+                          [](const std::string& nombre) { return !core::esError(nombre); });
     std::string lista;
     for (const std::string& nombre : nombres) {
         if (!lista.empty()) lista += '\t';

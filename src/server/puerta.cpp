@@ -14,7 +14,7 @@ constexpr const char* tipoXml = "text/xml; charset=utf-8";
 
 // The host that the client says it asked, if it looks like one: it is written into the contract.
 std::string anfitrion(const httplib::Request& peticion) {
-    const std::string dado = peticion.get_header_value("Host");
+    std::string dado = peticion.get_header_value("Host");
     const bool bueno = !dado.empty() && dado.size() <= 255 && std::ranges::all_of(dado, [](char letra) {
         return esAlfanumerico(letra) || std::string_view(".:-_[]").find(letra) != std::string_view::npos;
     });

@@ -4,6 +4,7 @@
 #include <openssl/ssl.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 #include "server/opciones.h"
@@ -12,10 +13,10 @@ namespace tarvoline::server {
 namespace {
 
 std::string motivo() {
-    char texto[256] = "";
-    ERR_error_string_n(ERR_get_error(), texto, sizeof texto);
+    std::array<char, 256> texto{};
+    ERR_error_string_n(ERR_get_error(), texto.data(), texto.size());
     ERR_clear_error();
-    return texto;
+    return texto.data();
 }
 
 int comoEntero(std::size_t cuantos) {

@@ -29,16 +29,16 @@ void exigirXml(const RespuestaHttp& respuesta) {
 
 class Conexion::Interior {
   public:
-    Interior(OpcionesTransporte opciones, const std::function<void(bool)>& alEsperar)
-        : transporte(std::move(opciones), alEsperar) {}
+    Interior(const OpcionesTransporte& opciones, const std::function<void(bool)>& alEsperar)
+        : transporte(opciones, alEsperar) {}
 
     Transporte transporte;
     std::map<std::string, std::shared_ptr<const ServicioWsdl>, std::less<>> descripciones;
     std::string cuerpo;  // of the last request; its memory serves the next
 };
 
-Conexion::Conexion(OpcionesTransporte opciones)
-    : interior_(std::make_unique<Interior>(std::move(opciones), alEsperar)) {}
+Conexion::Conexion(const OpcionesTransporte& opciones)
+    : interior_(std::make_unique<Interior>(opciones, alEsperar)) {}
 
 Conexion::~Conexion() = default;
 

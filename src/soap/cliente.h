@@ -17,9 +17,9 @@ namespace tarvoline::soap {
 struct ServicioWsdl;
 
 struct OpcionesTransporte {
-    std::size_t respuestaMaxima = 16U * 1024 * 1024;  // bytes; a larger reply is an error
-    long segundosConexion = 30;                       // to connect; a call itself has no time-out
-    std::string certificados;                         // CA bundle in place of the system's; "" = the system's
+    std::size_t respuestaMaxima = std::size_t{16} * 1024 * 1024;  // bytes; a larger reply is an error
+    long segundosConexion = 30;                                   // to connect; a call itself has no time-out
+    std::string certificados;  // CA bundle in place of the system's; "" = the system's
 };
 
 // What all clients of a program share: one kept-alive connection and the parsed WSDLs by address. One thread
@@ -30,7 +30,7 @@ struct OpcionesTransporte {
 // the environment.
 class Conexion {
   public:
-    explicit Conexion(OpcionesTransporte opciones = {});
+    explicit Conexion(const OpcionesTransporte& opciones = {});
     ~Conexion();
     Conexion(const Conexion&) = delete;
     Conexion& operator=(const Conexion&) = delete;

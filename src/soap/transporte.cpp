@@ -16,9 +16,9 @@
 namespace tarvoline::soap {
 namespace {
 
-constexpr long bufer = 512L * 1024;                    // holds the envelope of a file piece
-constexpr std::size_t cabecerasMaximas = 256U * 1024;  // bytes
-constexpr std::size_t memoriaGuardada = 2U * 1024 * 1024;
+constexpr long bufer = 512L * 1024;                                // holds the envelope of a file piece
+constexpr std::size_t cabecerasMaximas = std::size_t{256} * 1024;  // bytes
+constexpr std::size_t memoriaGuardada = std::size_t{2} * 1024 * 1024;
 // A server may close an idle line at any moment, and a request that meets the closing is lost. So a line that
 // idled this long is not used again.
 constexpr long segundosOcio = 3;
@@ -207,7 +207,7 @@ CURLcode Transporte::Curl::ejecutar(const std::string& url, const Cabeceras& lin
     return codigo == CURLE_UNSUPPORTED_PROTOCOL && empezada ? CURLE_WEIRD_SERVER_REPLY : codigo;
 }
 
-Transporte::Transporte(OpcionesTransporte opciones, const std::function<void(bool)>& alEsperar)
+Transporte::Transporte(const OpcionesTransporte& opciones, const std::function<void(bool)>& alEsperar)
     : curl_(std::make_unique<Curl>(opciones)), alEsperar_(alEsperar) {}
 
 Transporte::~Transporte() = default;

@@ -20,7 +20,7 @@ struct RespuestaHttp {
 class Transporte {
   public:
     // `alEsperar` is looked at for every request and may be empty; it outlives this object.
-    Transporte(OpcionesTransporte opciones, const std::function<void(bool)>& alEsperar);
+    Transporte(const OpcionesTransporte& opciones, const std::function<void(bool)>& alEsperar);
     ~Transporte();
     Transporte(const Transporte&) = delete;
     Transporte& operator=(const Transporte&) = delete;

@@ -7,26 +7,27 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 
 namespace tarvoline::platform::zocalo {
 namespace {
 
 Direccion leer(const sockaddr_storage& dada) {
-    char texto[INET6_ADDRSTRLEN] = "";
+    std::array<char, INET6_ADDRSTRLEN> texto{};
     if (dada.ss_family == AF_INET) {
         const auto& v4 = reinterpret_cast<const sockaddr_in&>(dada);
-        inet_ntop(AF_INET, &v4.sin_addr, texto, sizeof texto);
-        return {texto, ntohs(v4.sin_port)};
+        inet_ntop(AF_INET, &v4.sin_addr, texto.data(), INET6_ADDRSTRLEN);
+        return {texto.data(), ntohs(v4.sin_port)};
     }
     if (dada.ss_family != AF_INET6) return {};
     const auto& v6 = reinterpret_cast<const sockaddr_in6&>(dada);
     if (IN6_IS_ADDR_V4MAPPED(&v6.sin6_addr)) {
-        inet_ntop(AF_INET, &v6.sin6_addr.s6_addr[12], texto, sizeof texto);
+        inet_ntop(AF_INET, &v6.sin6_addr.s6_addr[12], texto.data(), INET6_ADDRSTRLEN);
     } else {
-        inet_ntop(AF_INET6, &v6.sin6_addr, texto, sizeof texto);
+        inet_ntop(AF_INET6, &v6.sin6_addr, texto.data(), INET6_ADDRSTRLEN);
     }
-    return {texto, ntohs(v6.sin6_port)};
+    return {texto.data(), ntohs(v6.sin6_port)};
 }
 
 }  // namespace
