@@ -45,7 +45,7 @@ void Descargas::fx1_DblClick() {
     auto& panel = flujos_.panel();
     panel.entrada([&] {
         const auto& rejilla = vista().fx1;
-        const auto nombre = core::Recortar(rejilla.celda(rejilla.Row, columnaNombre));
+        const auto nombre = rejilla.celda(rejilla.Row, columnaNombre);
         const auto pregunta = texto(textoAbrir) + " " + rejilla.celda(rejilla.Row, columnaDescripcion) +
                               " = " + rejilla.celda(rejilla.Row, columnaTamano) + "?";
         if (!entorno_.escritorio.Preguntar({pregunta, core::Icono::informacion, "Tarvoline"})) {
@@ -71,7 +71,8 @@ void Descargas::abrir(const std::string& nombre) {
     }
     panel.Desabilitar_Formulario(false);
     // Without a name the transfer tells that nothing is chosen.
-    const auto destino = nombre.empty() ? std::string() : flujos_.temporales().rutaDescarga(nombre);
+    const bool hayNombre = !core::Recortar(nombre).empty();
+    const auto destino = hayNombre ? flujos_.temporales().rutaDescarga(nombre) : std::string();
     flujos_.transferencia().AbrirArchivoServicio(tipo, destino);
     panel.Desabilitar_Formulario(true);
 }

@@ -55,8 +55,8 @@ void Listados::TamanoSeleccion() {
     double total = 0;
     const auto [desde, hasta] = flujos_.lista().seleccion();
     for (int fila = desde; fila <= hasta; ++fila) {
-        const auto nombre = core::Recortar(vista().fx1.celda(fila, columna_rejilla::nombre));
-        if (nombre.empty()) {
+        const auto nombre = vista().fx1.celda(fila, columna_rejilla::nombre);
+        if (core::Recortar(nombre).empty()) {
             entorno_.escritorio.Mensaje({texto(textoSinSeleccion), core::Icono::ninguno, {}});
             return;
         }
@@ -95,8 +95,8 @@ void Listados::ponerTamanos() {
     const int filas = rejilla.filas() - 1;
     double total = 0;
     for (int fila = 1; fila <= filas; ++fila) {
-        const auto nombre = core::Recortar(rejilla.celda(fila, columna_rejilla::nombre));
-        if (nombre.empty()) {
+        const auto nombre = rejilla.celda(fila, columna_rejilla::nombre);
+        if (core::Recortar(nombre).empty()) {
             continue;
         }
         if (const auto bytes = pedirTamano(tipo, nombre)) {

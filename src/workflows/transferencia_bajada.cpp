@@ -22,8 +22,8 @@ constexpr int textoSinSeleccion = 1935;
 
 bool Transferencia::DescargarArchivo(std::string_view tipo, std::string_view destino) {
     flujos_.configuracion().CargarConfiguracionEmpresa("");
-    const auto nombre = core::Recortar(vista().fx1.celda(vista().fx1.Row, columna_rejilla::nombre));
-    if (nombre.empty()) {
+    const auto nombre = vista().fx1.celda(vista().fx1.Row, columna_rejilla::nombre);
+    if (core::Recortar(nombre).empty()) {
         entorno_.escritorio.Mensaje({texto(textoSinSeleccion), core::Icono::ninguno, {}});
         return false;
     }
@@ -36,8 +36,8 @@ bool Transferencia::DescargarArchivo(std::string_view tipo, std::string_view des
 
 bool Transferencia::AbrirArchivoServicio(std::string_view tipo, std::string_view destino) {
     flujos_.configuracion().CargarConfiguracionEmpresa("");
-    const auto nombre = core::Recortar(core::SoloNombre(destino));
-    if (nombre.empty()) {
+    const auto nombre = core::SoloNombre(destino);
+    if (core::Recortar(nombre).empty()) {
         entorno_.escritorio.Mensaje({texto(textoSinSeleccion), core::Icono::ninguno, {}});
         return false;
     }

@@ -20,7 +20,7 @@ class PruebaBajadas : public ::testing::Test {
   protected:
     PruebaBajadas() {
         mundo.vista().fx1.ponerFilas(2);
-        mundo.vista().fx1.ponerCelda(1, columna_rejilla::nombre, " año.bin ");
+        mundo.vista().fx1.ponerCelda(1, columna_rejilla::nombre, "año.bin");
         mundo.vista().fx1.Row = mundo.vista().fx1.RowSel = 1;
         remotos.archivos["año.bin"] = pruebas::contenidoDePrueba(3 * c + 7);
     }
@@ -44,6 +44,13 @@ TEST_F(PruebaBajadas, ElArchivoEntero) {
     EXPECT_FALSE(mundo.vista().medidor.visible);
     EXPECT_FALSE(mundo.vista().transferencia.activa);
     EXPECT_EQ(mundo.vista().transferencia.piezas, 4);
+}
+
+TEST_F(PruebaBajadas, ElNombreSePideComoEsta) {
+    mundo.vista().fx1.ponerCelda(1, columna_rejilla::nombre, " año.bin ");
+    remotos.archivos[" año.bin "] = "el de los blancos";
+    EXPECT_TRUE(transferencia.DescargarArchivo("PERSONAL", destino()));
+    EXPECT_EQ(bajado(), "el de los blancos");
 }
 
 TEST_F(PruebaBajadas, SinNombreNoHayLlamada) {
@@ -78,13 +85,15 @@ TEST_F(PruebaBajadas, LoQueElServicioNoTiene) {
     EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", destino()));
     EXPECT_EQ(mundo.guion().ultimo().texto, "ERROR:no existe");
     EXPECT_FALSE(esta());
-    mundo.servicio.responder("FileSize", "2147483648");
-    EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", destino()));
-    EXPECT_THAT(mundo.guion().ultimo().texto, HasSubstr("Desbordamiento"));
-    EXPECT_FALSE(esta());
+    for (const auto& [dicho, esperado] : {std::pair("2147483648", "Desbordamiento"), {"-1", "tamaño"}}) {
+        mundo.servicio.responder("FileSize", dicho);
+        EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", destino()));
+        EXPECT_THAT(mundo.guion().ultimo().texto, HasSubstr(esperado));
+        EXPECT_FALSE(esta());
+    }
     mundo.servicio.parar();
     EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", destino()));
-    EXPECT_EQ(mundo.guion().cajas().size(), 3U);
+    EXPECT_EQ(mundo.guion().cajas().size(), 4U);
     EXPECT_EQ(mundo.guion().ultimo().icono, core::Icono::exclamacion);
 }
 
