@@ -24,6 +24,7 @@ constexpr int textoExcedida = 2249;
 }  // namespace
 
 void Ordenes::subir(Informe& informe) {
+    montaje_.instancia();  // while archives wait in the transfer folder, no other start may clean it
     if (!hayCapacidad(informe)) {
         return;
     }
@@ -117,6 +118,7 @@ void Ordenes::pendientes(Informe& informe) {
 }
 
 void Ordenes::restaurar(Informe& informe) {
+    montaje_.instancia();
     if (!mostrarLista(informe)) {
         return;
     }

@@ -22,8 +22,10 @@ std::string conNumeroDeTabla(std::string_view nombre, std::string_view numero) {
     return core::Mid(nombre, 1, inicioNumero) + std::string(numero) + core::Mid(nombre, finNumero + 1);
 }
 
+// Another company's file may have the number in those places of its name; it is no table all the same.
 bool esTablaDe(std::string_view nombre, std::string_view numero) {
-    return core::igualSinCaja(numeroDeTabla(nombre), numero) && core::Mid(nombre, finNumero + 1, 1) == ".";
+    return !core::igualSinCaja(core::SepararRuta(nombre).extension, "QZT") &&
+           core::igualSinCaja(numeroDeTabla(nombre), numero) && core::Mid(nombre, finNumero + 1, 1) == ".";
 }
 
 std::vector<std::string> tablasDeEmpresa(platform::SistemaArchivos& archivos, std::string_view carpeta,

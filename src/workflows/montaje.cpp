@@ -36,10 +36,16 @@ Montaje::Montaje(core::Escritorio& escritorio, core::Registro& registro)
       carpetas_(*archivos_, ajustes_, platform::carpetaTemporal()),
       entorno_{estado_, vista_, escritorio, ajustes_, almacen_, carpetas_, *archivos_, *reloj_, registro},
       enlaces_(*archivos_, ajustes_, carpetas_, *reloj_),
-      flujos_(entorno_, conexion_, enlaces_),
-      instancia_(marcarInstancia(*archivos_)) {
+      flujos_(entorno_, conexion_, enlaces_) {
     enlaces_.datos().alAvisar = [&registro](std::string_view texto) { registro.aviso(texto); };
     enlaces_.datos().alMostrar = [&escritorio](const core::Caja& caja) { escritorio.Mensaje(caja); };
+}
+
+platform::MarcaInstancia& Montaje::instancia() {
+    if (!instancia_) {
+        instancia_ = marcarInstancia(*archivos_);
+    }
+    return *instancia_;
 }
 
 std::string CaminosFlujos::ContinuarSubida() {

@@ -1,4 +1,4 @@
-// One transfer in a process of its own, for tests that kill it or measure it.
+// Program of the tests: One transfer in a process of its own, for tests that kill it or measure it.
 //
 //   subidor AJUSTES TEMPORAL URL nuevo ARCHIVO TIPO [MUERTE]   as "maria", who is logged in
 //   subidor AJUSTES TEMPORAL URL seguir [MUERTE]               goes on with the recorded upload
