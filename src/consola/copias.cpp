@@ -17,21 +17,24 @@ using namespace tarvoline;
 using consola::Opciones;
 
 constexpr const char* codigos =
-    "Exit codes: 0 done; 1 could not start; 2 wrong command line; 3 refused or failed; 4 no such file;\n"
-    "5 no user, or not known to the service; 11 another instance is running (pendientes);\n"
-    "128+n ended by signal n.\n"
-    "The password comes from --archivo-clave or the environment variable TARVOLINE_CLAVE, never from the "
-    "command line.";
+    "Códigos de salida: 0 hecho; 1 no ha podido empezar; 2 línea de órdenes incorrecta; 3 rechazado o "
+    "fallido;\n"
+    "4 no existe ese archivo; 5 sin usuario, o desconocido para el servicio; 11 hay otra copia del programa "
+    "en\n"
+    "marcha (pendientes); 128+n terminado por la señal n.\n"
+    "La clave viene de --archivo-clave o de la variable de entorno TARVOLINE_CLAVE, nunca de la línea de "
+    "órdenes.";
 
 void declararComunes(CLI::App& app, Opciones& opciones) {
-    app.add_option("-u,--usuario", opciones.usuario, "User of the service (otherwise the active company's)");
-    app.add_option("--archivo-clave", opciones.archivoClave, "File whose first line is the user's password")
+    app.add_option("-u,--usuario", opciones.usuario, "Usuario del servicio (si no, el de la empresa activa)");
+    app.add_option("--archivo-clave", opciones.archivoClave,
+                   "Archivo cuya primera línea es la clave del usuario")
         ->check(CLI::ExistingFile);
-    app.add_option("-e,--empresa", opciones.empresa, "Company file whose user is taken");
-    app.add_option("-c,--carpeta", opciones.carpeta, "Folder of the service");
+    app.add_option("-e,--empresa", opciones.empresa, "Archivo de la empresa cuyo usuario se toma");
+    app.add_option("-c,--carpeta", opciones.carpeta, "Carpeta del servicio");
     app.add_flag("--crm", opciones.crm, "VXCRM in place of VELDORIX");
-    app.add_flag("--json", opciones.json, "One JSON object on standard output");
-    app.add_flag("-q,--silencio", opciones.silencio, "No progress line");
+    app.add_flag("--json", opciones.json, "Un objeto JSON en la salida estándar");
+    app.add_flag("-q,--silencio", opciones.silencio, "Sin línea de progreso");
 }
 
 CLI::App* declarar(CLI::App& app, Opciones& opciones, const char* orden, const char* ayuda) {
@@ -43,7 +46,7 @@ CLI::App* declarar(CLI::App& app, Opciones& opciones, const char* orden, const c
 
 void declararOrdenes(CLI::App& app, Opciones& opciones) {
     const auto conTipo = [&](CLI::App* sub) {
-        sub->add_option("-t,--tipo", opciones.tipo, "Kind of content")
+        sub->add_option("-t,--tipo", opciones.tipo, "Clase de contenido")
             ->check(CLI::IsMember({"empresas", "personales"}))
             ->capture_default_str();
         return sub;
@@ -52,22 +55,22 @@ void declararOrdenes(CLI::App& app, Opciones& opciones) {
         sub->add_option("nombres", opciones.nombres, que)->required();
         return sub;
     };
-    conTipo(declarar(app, opciones, "listar", "List what is stored"));
-    auto* subir = conNombres(declarar(app, opciones, "subir", "Upload companies or personal files"),
-                             "Company files (.QZT), or any files with --tipo personales");
-    conTipo(subir)->add_flag("--imagenes", opciones.imagenes, "Pack the company's images too");
-    declarar(app, opciones, "pendientes", "Upload the companies marked as pending, each under its own user");
+    conTipo(declarar(app, opciones, "listar", "Lista lo que está guardado"));
+    auto* subir = conNombres(declarar(app, opciones, "subir", "Sube empresas o archivos personales"),
+                             "Archivos de empresa (.QZT), o cualesquiera con --tipo personales");
+    conTipo(subir)->add_flag("--imagenes", opciones.imagenes, "Incluye las imágenes de la empresa");
+    declarar(app, opciones, "pendientes", "Sube las empresas pendientes, cada una con su usuario");
     auto* restaurar =
-        conNombres(declarar(app, opciones, "restaurar", "Restore stored companies"), "Stored names");
+        conNombres(declarar(app, opciones, "restaurar", "Restaura empresas guardadas"), "Nombres guardados");
     restaurar->add_flag("--sobrescribir", opciones.sobrescribir,
-                        "Over the company of that name (default: beside it)");
+                        "Encima de la empresa de ese nombre (si no, junto a ella)");
     auto* bajar =
-        conNombres(conTipo(declarar(app, opciones, "bajar", "Download stored files")), "Stored names");
-    bajar->add_option("-o,--destino", opciones.destino, "Where to write it (default: here, under its name)");
-    bajar->add_flag("--sobrescribir", opciones.sobrescribir, "Over an existing file");
-    conNombres(conTipo(declarar(app, opciones, "borrar", "Delete stored files")), "Stored names");
-    declarar(app, opciones, "historico", "Who moved what");
-    declarar(app, opciones, "espacio", "Space used and contracted");
+        conNombres(conTipo(declarar(app, opciones, "bajar", "Baja archivos guardados")), "Nombres guardados");
+    bajar->add_option("-o,--destino", opciones.destino, "Dónde se escribe (si no, aquí y con su nombre)");
+    bajar->add_flag("--sobrescribir", opciones.sobrescribir, "Encima de un archivo que ya existe");
+    conNombres(conTipo(declarar(app, opciones, "borrar", "Borra archivos guardados")), "Nombres guardados");
+    declarar(app, opciones, "historico", "Quién ha movido qué");
+    declarar(app, opciones, "espacio", "Espacio ocupado y contratado");
 }
 
 void leerClave(Opciones& opciones) {
@@ -121,7 +124,7 @@ int ejecutar(const Opciones& opciones) {
 
 int main(int argc, char** argv) {
     Opciones opciones;
-    CLI::App app("The backup manager on a command line.", "tarvoline-copias");
+    CLI::App app("El gestor de copias en la línea de órdenes.", "tarvoline-copias");
     app.footer(codigos);
     app.require_subcommand(1);
     declararComunes(app, opciones);

@@ -84,8 +84,8 @@ std::string ClienteServicio::Backup(const Identidad& quien, std::string_view tip
 
 std::string ClienteServicio::Restore(const Identidad& quien, std::string_view tipo, std::string_view nombre,
                                      std::int32_t posicion, std::int32_t cuantos, soap::Bytes& bytes) {
-    std::vector<Valor> resto{quien.carpeta, texto(tipo), nombreEscapado(nombre), posicion, cuantos,
-                             soap::Bytes()};
+    std::vector<Valor> resto{quien.carpeta, texto(tipo), nombreEscapado(nombre),
+                             posicion,      cuantos,     soap::Bytes()};
     auto resultado = llamar("Restore", quien, resto);
     bytes = std::move(std::get<soap::Bytes>(resto[5]));
     return resultado;

@@ -81,8 +81,8 @@ class Subida {
 
     void enviar() {
         ++resultado_.piezas;
-        resultado_.respuesta = cliente_.Backup(quien_, envio_.tipo, envio_.nombre, bytes_,
-                                               static_cast<std::int32_t>(posicion_));
+        resultado_.respuesta =
+            cliente_.Backup(quien_, envio_.tipo, envio_.nombre, bytes_, static_cast<std::int32_t>(posicion_));
     }
 
     platform::SistemaArchivos& archivos_;

@@ -26,11 +26,12 @@ constexpr int sinAjustes = 3;
 }  // namespace salida
 
 constexpr const char* codigos =
-    "Exit codes: 0 done; 1 no such setting; 2 wrong command line; 3 the settings cannot be read or written,\n"
-    "or the output cannot.\n"
-    "Without a product the tree is Veldorix, without a section it is Settings. Names compare without regard\n"
-    "to case. A value that begins with \"-\" stands behind \"--\": grabar KEY -- -value.\n"
-    "The settings hold passwords: their file is readable by its owner only.";
+    "Códigos de salida: 0 hecho; 1 no hay tal ajuste; 2 línea de órdenes incorrecta; 3 no se pueden leer o\n"
+    "guardar los ajustes, o falla la salida.\n"
+    "Sin producto el árbol es Veldorix, sin sección es Settings. Los nombres no distinguen mayúsculas. Un "
+    "valor\n"
+    "que empieza por \"-\" va detrás de \"--\": grabar CLAVE -- -valor.\n"
+    "Los ajustes contienen claves: su archivo solo lo lee su dueño.";
 
 struct Orden {
     std::string nombre;
@@ -129,30 +130,31 @@ int listar(Almacenes& almacenes, const Orden& orden) {
 
 CLI::App* declarar(CLI::App& programa, Orden& orden, const char* nombre, const char* ayuda) {
     auto* sub = programa.add_subcommand(nombre, ayuda);
-    sub->add_option("-s,--seccion", orden.seccion, "Section");
-    sub->add_option("-p,--producto", orden.producto, "Product: VELDORIX or VXCRM");
+    sub->add_option("-s,--seccion", orden.seccion, "Sección");
+    sub->add_option("-p,--producto", orden.producto, "Producto: VELDORIX o VXCRM");
     sub->callback([&orden, nombre] { orden.nombre = nombre; });
     return sub;
 }
 
 void declararOrdenes(CLI::App& programa, Orden& orden) {
-    auto* lectura = declarar(programa, orden, "leer", "Print a value");
-    lectura->add_option("clave", orden.clave, "Key")->required();
-    lectura->add_option("-d,--defecto", orden.defecto, "Printed when there is no value");
+    auto* lectura = declarar(programa, orden, "leer", "Escribe un valor en la salida");
+    lectura->add_option("clave", orden.clave, "Clave")->required();
+    lectura->add_option("-d,--defecto", orden.defecto, "Lo que se escribe cuando no hay valor");
     lectura->add_flag("-m,--maquina", orden.maquina,
-                      "Look among the machine's settings when the user has none");
+                      "Busca entre los ajustes de la máquina cuando el usuario no lo tiene");
 
-    auto* escritura = declarar(programa, orden, "grabar", "Store a value; an empty one means \"no value\"");
-    escritura->add_option("clave", orden.clave, "Key")->required();
-    escritura->add_option("valor", orden.valor, "Value")->required();
+    auto* escritura =
+        declarar(programa, orden, "grabar", "Guarda un valor; uno vacío quiere decir \"sin valor\"");
+    escritura->add_option("clave", orden.clave, "Clave")->required();
+    escritura->add_option("valor", orden.valor, "Valor")->required();
 
-    auto* borrado = declarar(programa, orden, "borrar", "Remove a key");
-    borrado->add_option("clave", orden.clave, "Key")->required();
+    auto* borrado = declarar(programa, orden, "borrar", "Quita una clave");
+    borrado->add_option("clave", orden.clave, "Clave")->required();
 
-    auto* lista =
-        declarar(programa, orden, "listar", "Print all values, one product\\section\\key=value a line");
-    lista->add_flag("-m,--maquina", orden.maquina, "The machine's settings in place of the user's");
-    lista->add_flag("--json", orden.json, "One JSON array of objects: producto, seccion, clave, valor");
+    auto* lista = declarar(programa, orden, "listar",
+                           "Escribe todos los valores, uno por línea: producto\\sección\\clave=valor");
+    lista->add_flag("-m,--maquina", orden.maquina, "Los ajustes de la máquina en lugar de los del usuario");
+    lista->add_flag("--json", orden.json, "Una lista JSON de objetos: producto, seccion, clave, valor");
 }
 
 int ejecutar(const Orden& orden) {
@@ -174,7 +176,7 @@ int ejecutar(const Orden& orden) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    CLI::App programa("Settings of Tarvoline and of the accounting programs", "tarvoline-ajustes");
+    CLI::App programa("Ajustes de Tarvoline y de los programas contables", "tarvoline-ajustes");
     programa.footer(codigos);
     programa.require_subcommand(1);
     Orden orden;

@@ -130,29 +130,30 @@ void ejecutar(const Encargo& encargo) {
 }
 
 void declararOpciones(CLI::App& programa, Encargo& encargo) {
-    programa.add_option("--carpeta", encargo.carpeta, "Folder of the company; made when missing")->required();
-    programa.add_option("--nombre", encargo.nombre, "Name of the company")->capture_default_str();
+    programa.add_option("--carpeta", encargo.carpeta, "Carpeta de la empresa; se crea si falta")->required();
+    programa.add_option("--nombre", encargo.nombre, "Nombre de la empresa")->capture_default_str();
     programa.add_option("--adjuntos", encargo.adjuntos,
-                        "Attached folder [\"Documentación\" beside the folder]");
-    programa.add_option("--semilla", encargo.semilla, "Seed; the same seed gives the same records")
+                        "Carpeta adjunta [\"Documentación\" junto a la carpeta]");
+    programa.add_option("--semilla", encargo.semilla, "Semilla; con la misma salen los mismos registros")
         ->capture_default_str();
-    programa.add_option("--anio", encargo.anio, "Accounting year [this year]")->check(CLI::Range(2000, 2059));
-    programa.add_option("--apuntes", encargo.apuntes, "Journal lines")->capture_default_str();
-    programa.add_option("--terceros", encargo.terceros, "Customers and suppliers")->capture_default_str();
-    programa.add_option("--facturas", encargo.facturas, "Invoices")->capture_default_str();
-    programa.add_option("--kb-imagenes", encargo.kbImagenes, "Size of the images")->capture_default_str();
-    programa.add_option("--kb-adjuntos", encargo.kbAdjuntos, "Size of the attached folder")
+    programa.add_option("--anio", encargo.anio, "Año contable [este año]")->check(CLI::Range(2000, 2059));
+    programa.add_option("--apuntes", encargo.apuntes, "Apuntes del diario")->capture_default_str();
+    programa.add_option("--terceros", encargo.terceros, "Clientes y proveedores")->capture_default_str();
+    programa.add_option("--facturas", encargo.facturas, "Facturas")->capture_default_str();
+    programa.add_option("--kb-imagenes", encargo.kbImagenes, "Tamaño de las imágenes")->capture_default_str();
+    programa.add_option("--kb-adjuntos", encargo.kbAdjuntos, "Tamaño de la carpeta adjunta")
         ->capture_default_str();
-    programa.add_option("--usuario", encargo.usuario, "Service user of the company")->capture_default_str();
-    programa.add_option("--clave", encargo.clave, "Service password of the company")->capture_default_str();
-    programa.add_option("--carpeta-servicio", encargo.carpetaServicio, "Service folder")
+    programa.add_option("--usuario", encargo.usuario, "Usuario de copias de la empresa")
+        ->capture_default_str();
+    programa.add_option("--clave", encargo.clave, "Clave de copias de la empresa")->capture_default_str();
+    programa.add_option("--carpeta-servicio", encargo.carpetaServicio, "Carpeta en el servicio")
         ->capture_default_str();
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    CLI::App programa("Makes a demo company on disk");
+    CLI::App programa("Crea en disco una empresa de demostración");
     Encargo encargo;
     declararOpciones(programa, encargo);
     CLI11_PARSE(programa, argc, argv);

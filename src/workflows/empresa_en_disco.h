@@ -13,7 +13,8 @@ namespace tarvoline::workflows {
 std::string numeroDeTabla(std::string_view nombre);
 // The name with characters 6 and 7 replaced. REQUIRES: at least seven characters.
 std::string conNumeroDeTabla(std::string_view nombre, std::string_view numero);
-// True for "five characters, `numero`, a point, anything" but "QZT"; `numero` is taken literally, case ignored.
+// True for "five characters, `numero`, a point, anything" but "QZT"; `numero` is taken literally, case
+// ignored.
 bool esTablaDe(std::string_view nombre, std::string_view numero);
 // Names of the tables of company `numero` in `carpeta`, sorted.
 std::vector<std::string> tablasDeEmpresa(platform::SistemaArchivos& archivos, std::string_view carpeta,

@@ -22,8 +22,8 @@ class Montaje {
     core::Estado& estado() { return estado_; }
     core::Vista& vista() { return vista_; }
     Flujos& flujos() { return flujos_; }
-    // The mark of this process as an instance of the program; taken at the first call. A process that only looks never
-    // takes it, so that an unattended run does not give way to it.
+    // The mark of this process as an instance of the program; taken at the first call. A process that only
+    // looks never takes it, so that an unattended run does not give way to it.
     platform::MarcaInstancia& instancia();
 
   private:

@@ -114,7 +114,7 @@ TEST_F(ProgramaAjustes, OrdenesMalEscritas) {
     }
     const auto ayuda = correr("--help");
     EXPECT_EQ(ayuda.codigo, 0);
-    EXPECT_NE(ayuda.texto.find("Exit codes"), std::string::npos);
+    EXPECT_NE(ayuda.texto.find("Códigos de salida"), std::string::npos);
 }
 
 }  // namespace

@@ -47,7 +47,7 @@ class PruebaEmpaquetado : public ::testing::Test {
 TEST_F(PruebaEmpaquetado, LlevaEmpresaTablasImagenesYAdjuntas) {
     auto& nucleo = mundo.nucleo;
     const auto ruta = mundo.crearEmpresa("Panadería Núñez.QZT");
-    mundo.crearEmpresa("Otra.QZT");  // number 02: none of its tables may go along
+    mundo.crearEmpresa("Otra.QZT");                        // number 02: none of its tables may go along
     nucleo.carpeta().escribir("datos/Emp2001.QZT", "03");  // another company, whatever its name says
     nucleo.carpeta().escribir("datos/Panadería Núñez/2023/factura.pdf", "imagen 1");
     nucleo.carpeta().escribir("datos/Panadería Núñez/ñ.jpg", "imagen 2");
