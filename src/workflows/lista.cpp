@@ -196,7 +196,14 @@ std::vector<std::string> Lista::borrarSeleccion() {
     }
     std::vector<std::string> borrados;
     for (auto& nombre : nombres) {
-        if (!flujos_.listados().EliminarArchivoServidor(flujos_.listados().VistaActual(), nombre)) {
+        try {
+            if (!flujos_.listados().EliminarArchivoServidor(flujos_.listados().VistaActual(), nombre)) {
+                break;
+            }
+        } catch (const std::exception& error) {
+            // Those that are gone still get their line.
+            entorno_.escritorio.Mensaje(
+                {error.what(), core::Icono::exclamacion, std::string(tituloPrograma)});
             break;
         }
         borrados.push_back(std::move(nombre));

@@ -62,6 +62,7 @@ void Listados::ListarArchivos(std::string_view tipo) {
         resultado = cliente.ListadoArchivos(flujos_.enVigor(), tipo);
     } catch (const std::exception& error) {
         entorno_.registro.aviso(std::string("ListarArchivos: ") + error.what());
+        vaciarLista();
         entorno_.escritorio.Mensaje(
             {texto(textoFallo) + " " + texto(textoSinConexion), core::Icono::parada, {}});
         return;
@@ -70,20 +71,29 @@ void Listados::ListarArchivos(std::string_view tipo) {
         if (core::Recortar(estado().gUsuarioSesion).empty() && core::Recortar(estado().gUsuario).empty()) {
             estado().gSesionValida = false;
         }
+        vaciarLista();
         flujos_.sesion().CambiarUsuario();
         return;
     }
-    vista().List1.clear();
-    vista().elegidoList1 = -1;
     if (core::esError(resultado)) {
-        vista().avisar(core::Parte::lista);
+        vaciarLista();
         entorno_.escritorio.Mensaje(
             {texto(textoFallo) + texto(textoComprobarUsuario), core::Icono::ninguno, {}});
         return;
     }
     vista().List1 = service::leerNombres(resultado);
+    vista().elegidoList1 = -1;
     vista().avisar(core::Parte::lista);
     flujos_.lista().LlenarGrid();
+}
+
+// What is on show must never belong to another view or folder than the one in force: rows are deleted and
+// fetched by their names.
+void Listados::vaciarLista() {
+    vista().List1.clear();
+    vista().elegidoList1 = -1;
+    vista().avisar(core::Parte::lista);
+    flujos_.lista().PrepararGrid();
 }
 
 void Listados::LlenarCarpetas() {

@@ -63,7 +63,9 @@ class Listados : public Flujo {
     void Command1_Click();
 
   private:
+    void vaciarLista();
     std::optional<std::int32_t> pedirTamano(std::string_view tipo, std::string_view nombre);
+    std::optional<std::int32_t> pedirTamanoDeFila(std::string_view tipo, const std::string& nombre);
     void ponerTamanos();
     void elegirCarpeta(const std::vector<std::string>& nombres, int recordada);
 };

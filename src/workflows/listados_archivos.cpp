@@ -1,4 +1,6 @@
 // The part of the lists that looks at single files: their sizes, and their end.
+#include <stdexcept>
+
 #include "core/formato.h"
 #include "core/texto.h"
 #include "workflows/configuracion_empresa.h"
@@ -89,17 +91,30 @@ void Listados::ActualizaTamanoFila() {
     flujos_.lista().alConocerTamanos();
 }
 
+// A size that cannot be read costs its own row; a line that is down would fail for all alike.
+std::optional<std::int32_t> Listados::pedirTamanoDeFila(std::string_view tipo, const std::string& nombre) {
+    try {
+        return pedirTamano(tipo, nombre);
+    } catch (const std::logic_error& error) {
+        entorno_.escritorio.Mensaje({error.what(), core::Icono::exclamacion, {}});
+    } catch (const std::overflow_error& error) {
+        entorno_.escritorio.Mensaje({error.what(), core::Icono::exclamacion, {}});
+    }
+    return std::nullopt;
+}
+
 void Listados::ponerTamanos() {
     auto& rejilla = vista().fx1;
     const auto tipo = VistaActual();
     const int filas = rejilla.filas() - 1;
     double total = 0;
+    vista().lbtotalocupado.clear();
     for (int fila = 1; fila <= filas; ++fila) {
         const auto nombre = rejilla.celda(fila, columna_rejilla::nombre);
         if (core::Recortar(nombre).empty()) {
             continue;
         }
-        if (const auto bytes = pedirTamano(tipo, nombre)) {
+        if (const auto bytes = pedirTamanoDeFila(tipo, nombre)) {
             rejilla.ponerCelda(fila, columna_rejilla::tamano, flujos_.panel().enUnidad(*bytes));
             rejilla.ponerCelda(fila, columna_rejilla::ordenTamano, std::to_string(*bytes));
             total += *bytes;

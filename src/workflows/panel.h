@@ -3,7 +3,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "workflows/flujos.h"
 
@@ -11,6 +13,28 @@ namespace tarvoline::workflows {
 
 // Title of the boxes that have one.
 inline constexpr std::string_view tituloPrograma = "Tarvoline";
+
+// The folders on show at one moment: a company of VXCRM puts its own in their place while it is worked on.
+class CarpetasMostradas {
+  public:
+    explicit CarpetasMostradas(core::Vista& vista)
+        : vista_(vista),
+          carpetas_(vista.carpetas),
+          elegida_(vista.carpetaElegida),
+          texto_(vista.textoCarpetas) {}
+    void reponer() {
+        vista_.carpetas = carpetas_;
+        vista_.carpetaElegida = elegida_;
+        vista_.textoCarpetas = texto_;
+        vista_.avisar(core::Parte::carpetas);
+    }
+
+  private:
+    core::Vista& vista_;
+    std::vector<std::string> carpetas_;
+    int elegida_;
+    std::string texto_;
+};
 
 class Panel : public Flujo {
   public:

@@ -38,6 +38,7 @@ void Pendientes::grabar(std::string_view clave, int ranura, std::string_view val
 }
 
 bool Pendientes::SubirPendientesBatch(bool mostrar) {
+    carpetas_.emplace(vista());
     Vuelta vuelta;
     do {
         vuelta = recorrer(mostrar);  // what failed in an earlier scan is tried again in this one
@@ -63,6 +64,9 @@ Pendientes::Vuelta Pendientes::recorrer(bool mostrar) {
 // Each company goes up under its own user and folder; nothing of one may leak into the next, nor into what
 // comes after the run.
 void Pendientes::reponer() {
+    if (carpetas_) {
+        carpetas_->reponer();
+    }
     flujos_.sesion().reponerUsuario();
     flujos_.configuracion().reponerCarpeta();
     estado().gInterrumpido = false;

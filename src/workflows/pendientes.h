@@ -3,10 +3,12 @@
 // exists.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "workflows/flujos.h"
+#include "workflows/panel.h"
 
 namespace tarvoline::workflows {
 
@@ -39,6 +41,8 @@ class Pendientes : public Flujo {
     std::string leer(std::string_view clave, int ranura) const;
     void grabar(std::string_view clave, int ranura, std::string_view valor);
     std::string cargarEmpresa(const std::string& ruta);
+
+    std::optional<CarpetasMostradas> carpetas_;  // on show when the run began
 };
 
 }  // namespace tarvoline::workflows

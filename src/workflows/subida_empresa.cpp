@@ -32,8 +32,9 @@ constexpr std::size_t archivosPersonales = 999;
 // Puts the session's user back on every way out, the failures too: whatever the window does next is his.
 class UsuarioDeSesion {
   public:
-    explicit UsuarioDeSesion(Flujos& flujos) : flujos_(flujos) {}
+    explicit UsuarioDeSesion(Flujos& flujos) : flujos_(flujos), carpetas_(flujos.entorno().vista) {}
     ~UsuarioDeSesion() {
+        carpetas_.reponer();
         flujos_.sesion().reponerUsuario();
         flujos_.configuracion().reponerCarpeta();
     }
@@ -42,6 +43,7 @@ class UsuarioDeSesion {
 
   private:
     Flujos& flujos_;
+    CarpetasMostradas carpetas_;
 };
 
 }  // namespace

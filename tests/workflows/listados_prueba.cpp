@@ -78,16 +78,24 @@ TEST_F(PruebaListados, MientrasAlgoCorreNadaCambia) {
 
 TEST_F(PruebaListados, UnRechazoVaciaLaListaYSeDice) {
     vista.List1 = {"viejo"};
+    vista.fx1.ponerFilas(2);
+    vista.fx1.ponerCelda(1, 2, "viejo");
     mundo.servicio.responder("ListadoArchivos", "ERROR:carpeta no válida");
     listados.RefrescarVista();
     EXPECT_THAT(vista.List1, IsEmpty());
+    EXPECT_EQ(vista.fx1.celda(1, 2), "") << "rows of another folder could be deleted in this one";
     EXPECT_EQ(mundo.guion().ultimo().texto, "ERROR<1250><2224>");
     EXPECT_EQ(mundo.guion().ultimo().icono, core::Icono::ninguno);
 }
 
 TEST_F(PruebaListados, SinServicioSeDiceUnaVez) {
+    vista.List1 = {"viejo"};
+    vista.fx1.ponerFilas(2);
+    vista.fx1.ponerCelda(1, 2, "viejo");
     mundo.servicio.parar();
     listados.elegirVista(Opcion::personal);
+    EXPECT_THAT(vista.List1, IsEmpty());
+    EXPECT_EQ(vista.fx1.celda(1, 2), "");
     ASSERT_EQ(mundo.guion().cajas().size(), 1U);
     EXPECT_EQ(mundo.guion().ultimo().texto, "ERROR<1250> <1934>");
     EXPECT_EQ(mundo.guion().ultimo().icono, core::Icono::parada);
