@@ -213,7 +213,16 @@ double Espacio::capacidadContratada(service::ClienteServicio& cliente, const ser
     if (!cliente.ofreceCapacidad()) {
         return core::Val(entorno_.almacen.Leer("Capacidad", "NETBACKUP", "0", estado().gProducto));
     }
-    return codigo.empty() ? 0 : core::Val(cliente.CapacidadContratada(quien, codigo));
+    if (codigo.empty()) {
+        return 0;
+    }
+    const auto gigas = cliente.CapacidadContratada(quien, codigo);
+    if (core::esError(gigas)) {
+        // A passing refusal is no account without a contract. Whoever tells it puts its own "ERROR" before
+        // it.
+        throw soap::ErrorServicio(core::Mid(gigas, 7));
+    }
+    return core::Val(gigas);
 }
 
 bool Espacio::HayEspacio(std::string_view archivo) {
@@ -229,7 +238,9 @@ bool Espacio::HayEspacio(std::string_view archivo) {
         }
     } else {
         usado = estado().gEspacioUsado;
-        capacidad = megas(CapacidadContratada(estado().gCuenta));
+        // Without a code (the service was down at the login) what was measured since then holds.
+        const bool medida = estado().gCuenta.empty() && estado().gCapacidad > 0;
+        capacidad = medida ? estado().gCapacidad : megas(CapacidadContratada(estado().gCuenta));
     }
     if (capacidad - usado - ocupa >= 0) {
         return true;

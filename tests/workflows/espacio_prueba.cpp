@@ -158,6 +158,19 @@ TEST_F(PruebaEspacio, ElInforme) {
     EXPECT_EQ(mundo.guion().listados.at(1).texto, "maria\t\t" + cifra(7) + "\r\n");
 }
 
+TEST_F(PruebaEspacio, UnRechazoAlMedirNoEsUnaCuentaSinContrato) {
+    const auto archivo = mundo.nucleo.carpeta().escribir("a.bin", std::string(1000, 'x'));
+    mundo.servicio.responder("CapacidadContratada", "ERROR:ocupado");
+    EXPECT_THROW(espacio.HayEspacio(archivo), soap::ErrorServicio);
+    EXPECT_TRUE(mundo.guion().cajas().empty());
+
+    // Logged in while the service was down: no code, but the capacity was measured later.
+    estado.gCuenta.clear();
+    estado.gCapacidad = 1024;
+    estado.gEspacioUsado = 500;  // more than an account without contract may use
+    EXPECT_TRUE(espacio.HayEspacio(archivo));
+}
+
 TEST_F(PruebaEspacio, SoloUnRestoNegativoRechaza) {
     mundo.servicio.responder("CapacidadContratada", "0.0029296875");  // 3 MB
     estado.gEspacioUsado = 1;

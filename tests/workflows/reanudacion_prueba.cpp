@@ -157,7 +157,7 @@ TEST_F(PruebaReanudacion, UsuarioDesconocidoYSinSitio) {
     EXPECT_THAT(mundo.flujos.espacio().motivo(), StartsWith("ERROR:"));
     mundo.nucleo.entrarComo("luis", "mala", "PEQUE");
     EXPECT_THAT(transferencia.SubirArchivo(escribir("a.bin", "a"), "PERSONAL", true, 1),
-                StartsWith("ERROR:"));
+                testing::AllOf(StartsWith("ERROR"), testing::HasSubstr("La clave de acceso no es correcta")));
     EXPECT_EQ(clave("Active"), "");
 }
 
