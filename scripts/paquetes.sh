@@ -3,8 +3,10 @@
 
 paquetes_construir=(g++ cmake ninja-build pkg-config
   libzip-dev libdeflate-dev zlib1g-dev libpugixml-dev libcurl4-openssl-dev libcpp-httplib-dev libssl-dev
-  libsqlite3-dev libcli11-dev libspdlog-dev nlohmann-json3-dev ca-certificates)
-paquetes_probar=(googletest libgtest-dev libgmock-dev python3 unzip zip openssl procps)
+  libsqlite3-dev libcli11-dev libspdlog-dev nlohmann-json3-dev ca-certificates
+  qt6-base-dev libqt6svg6 qt6-svg-dev fonts-dejavu-core)
+paquetes_probar=(googletest libgtest-dev libgmock-dev python3 unzip zip openssl procps
+  xvfb xauth xdotool openbox desktop-file-utils appstream dbus)
 paquetes_todo=(clang-14 clang-tidy-14 clang-format-14 libclang-rt-14-dev libbenchmark-dev pigz p7zip-full)
 
 # instalar_paquetes NAME...: installs those that are not there, as root or through sudo.

@@ -7,6 +7,7 @@
 #include "core/estado_ejecucion.h"
 #include "core/registro_spdlog.h"
 #include "platform/senales.h"
+#include "ventana.h"
 #include "workflows/montaje.h"
 
 namespace {
@@ -42,7 +43,13 @@ int ejecutar(const std::string& ordenes) {
 
 int main(int argc, char** argv) {
     try {
-        return ejecutar(lineaDeOrdenes(argc, argv));
+        const auto ordenes = lineaDeOrdenes(argc, argv);
+        if (core::esCaminoInteractivo(ordenes)) {
+            if (const auto codigo = ejecutarConVentana(argc, argv, ordenes)) {
+                return *codigo;
+            }
+        }
+        return ejecutar(ordenes);
     } catch (const std::exception& error) {
         std::cerr << "tarvoline: " << error.what() << '\n';
         return core::salida::noArranca;

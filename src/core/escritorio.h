@@ -96,6 +96,8 @@ class Escritorio {
     // Gives the window a turn; events of the person run inside it. Throws FinDePrograma when the window was
     // closed.
     virtual void Turno() = 0;
+    // Paints what is due while a call of the service is under way; no event of the person runs inside it.
+    virtual void Latido() {}
     // Wait pointer on or off.
     virtual void Puntero(bool espera) = 0;
     // True when a person can answer: false makes data-layer retries end with an error in place of a box for

@@ -69,6 +69,18 @@ struct Transferencia {
     double esperaDesde = 0;          // when that call began, in seconds of the steady clock; 0 = none
 };
 
+// The fixed texts of the window; those with an access mark "&" keep it.
+struct Rotulos {
+    std::string Label1, Label2, Label3, Label5, Label6;
+    std::array<std::string, 4> Option1;  // by index of the option
+    std::string ayudaTamaño, ayudaCapacidad;
+    std::string edicion;                 // menu that sorts
+    std::array<std::string, 3> Ordenar;  // its entries: name, date, size
+    std::string versionlb;
+    std::vector<int> botonesToolbar2;         // numbers in their order; below 0 no button
+    std::vector<std::string> ayudasToolbar2;  // one a number
+};
+
 enum class Parte {
     rejilla,
     carpetas,
@@ -79,7 +91,8 @@ enum class Parte {
     panel,
     bloqueo,
     titulo,
-    transferencia
+    transferencia,
+    rotulos
 };
 
 class Vista {
@@ -98,6 +111,7 @@ class Vista {
     bool capacidadRoja = false;
     std::string lbtotalocupado;
     std::string titulo;  // caption of the window
+    Rotulos rotulos;
 
     Medidor medidor;
     Transferencia transferencia;

@@ -10,6 +10,10 @@
 
 namespace tarvoline::platform {
 
+// Whether this process can show a window: a display of the session, or a toolkit told to do without one
+// (QT_QPA_PLATFORM).
+bool hayPantalla();
+
 // Opens a document, folder or URL with the desktop's own handler. False when there is no desktop, no handler,
 // or it cannot be started.
 bool abrirDocumento(std::string_view rutaOUrl);

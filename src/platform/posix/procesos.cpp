@@ -48,6 +48,11 @@ constexpr char fallo = 'x';
 
 }  // namespace
 
+bool hayPantalla() {
+    return posix::variable("DISPLAY") || posix::variable("WAYLAND_DISPLAY") ||
+           posix::variable("QT_QPA_PLATFORM");
+}
+
 bool abrirDocumento(std::string_view rutaOUrl) {
     const bool hayEscritorio = posix::variable("DISPLAY") || posix::variable("WAYLAND_DISPLAY");
     const auto abridor = posix::buscarEjecutable("xdg-open");
