@@ -27,6 +27,7 @@ void Rejilla::ponerFilas(int cuantas) {
 
 void Rejilla::vaciar() {
     filas_.clear();
+    columnaOrden_ = -1;
     Row = 0;
     RowSel = 0;
 }
@@ -43,6 +44,9 @@ const std::string& Rejilla::celda(int fila, int columna) const {
 
 void Rejilla::ponerCelda(int fila, int columna, std::string texto) {
     if (dentro(fila, columna)) {
+        if (columna == columnaOrden_) {
+            columnaOrden_ = -1;
+        }
         filas_[static_cast<std::size_t>(fila)][static_cast<std::size_t>(columna)] = std::move(texto);
     }
 }
@@ -54,7 +58,12 @@ void Rejilla::quitarFila(int fila) {
 }
 
 void Rejilla::ordenar(int columna, bool ascendente, bool comoNumero) {
-    if (filas() < 3 || columna < 0 || columna >= columnas) {
+    if (columna < 0 || columna >= columnas) {
+        return;
+    }
+    columnaOrden_ = columna;
+    ordenAscendente_ = ascendente;
+    if (filas() < 3) {
         return;
     }
     const auto indice = static_cast<std::size_t>(columna);

@@ -37,6 +37,9 @@ class Rejilla {
     // Sorts the data rows by one column, ascending or descending, keeping the order of equal rows. As text by
     // code point, or as numbers.
     void ordenar(int columna, bool ascendente, bool comoNumero);
+    // What the rows are in the order of since they were sorted last; -1 = as they were listed.
+    int columnaOrden() const { return columnaOrden_; }
+    bool ordenAscendente() const { return ordenAscendente_; }
 
     int Row = 0;  // current row and the other end of the selection; 0 = nothing chosen
     int RowSel = 0;
@@ -48,6 +51,8 @@ class Rejilla {
     bool dentro(int fila, int columna) const;
 
     std::vector<Fila> filas_;
+    int columnaOrden_ = -1;
+    bool ordenAscendente_ = true;
 };
 
 // The gauge as painted: a bar of `porcentaje` (0..100) with its figure.
@@ -83,6 +88,7 @@ struct Rotulos {
 
 enum class Parte {
     rejilla,
+    fila,  // the cells of one row: Vista::filaCambiada
     carpetas,
     lista,
     opcion,
@@ -120,12 +126,19 @@ class Vista {
     bool habilitada = true;  // every control but the toolbar (terms refused: false)
     bool ocupada = false;    // a workflow runs; entries return at once
 
+    int filaCambiada = 0;    // the row of the last Parte::fila
+
     // Called after each change, with what changed. At most one listener; empty = nobody looks.
     std::function<void(Parte)> alCambiar;
     void avisar(Parte parte) const {
         if (alCambiar) {
             alCambiar(parte);
         }
+    }
+    // One row of the grid has other cells; spares the window to lay out all of them anew.
+    void avisarFila(int fila) {
+        filaCambiada = fila;
+        avisar(Parte::fila);
     }
 };
 
