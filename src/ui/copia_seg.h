@@ -1,13 +1,27 @@
 // The main window: paints core::Vista and passes what the person does to workflows::VentanaPrincipal.
 #pragma once
 
+#include <QEventLoop>
+#include <QLabel>
+#include <QListView>
 #include <QMainWindow>
+#include <QPointer>
+#include <QStringListModel>
 #include <functional>
+#include <optional>
 
 #include "core/entorno.h"
+#include "ui/palabras.h"
 #include "workflows/ventana_principal.h"
 
 namespace tarvoline::ui {
+
+class BarraHerramientas;
+class Buscador;
+class Menus;
+class PanelLateral;
+class PanelTransferencia;
+class Rejilla;
 
 class CopiaSeg : public QMainWindow {
     Q_OBJECT
@@ -22,6 +36,52 @@ class CopiaSeg : public QMainWindow {
     // Shows the window, runs the activation step and returns when the window has closed. Throws
     // core::FinDePrograma when a workflow ended the program.
     void mostrarModal();
+
+  protected:
+    void closeEvent(QCloseEvent* evento) override;
+
+  private:
+    void construir();
+    QWidget* crearCentro();
+    void crearLista();
+    void crearPie();
+    void conectar();
+    void conectarRejilla();
+    void conectarMenus();
+    void ordenarFocos();
+
+    // Every slot runs its work in here: no exception may cross the toolkit's event loop.
+    void ejecutar(const std::function<void()>& paso);
+    void trasTrabajo();
+    void pintar(core::Parte parte);
+    void pintarTodo();
+    void pintarRejilla();
+    void pintarBloqueo();
+    void pintarRotulos();
+
+    workflows::VentanaPrincipal& ventana_;
+    core::Entorno& entorno_;
+    core::Vista& vista_;
+    std::function<void()> alCerrarTrabajando_;
+    Palabras palabras_;
+
+    BarraHerramientas* Toolbar2_ = nullptr;
+    Menus* menus_ = nullptr;
+    PanelLateral* lateral_ = nullptr;
+    Rejilla* fx1_ = nullptr;
+    Buscador* buscador_ = nullptr;
+    PanelTransferencia* transferencia_ = nullptr;
+    QListView* List1_ = nullptr;
+    QStringListModel* archivos_ = nullptr;
+    QLabel* Label4_ = nullptr;
+    QLabel* Label6_ = nullptr;
+    QLabel* versionlb_ = nullptr;
+
+    QEventLoop bucle_;
+    QPointer<QWidget> focoAntesDelBloqueo_;
+    std::optional<core::FinDePrograma> fin_;
+    int profundidad_ = 0;  // slots at work, one inside the turn of another
+    bool cerrada_ = false;
 };
 
 }  // namespace tarvoline::ui

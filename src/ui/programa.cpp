@@ -5,6 +5,7 @@
 #include "core/estado_ejecucion.h"
 #include "core/registro_spdlog.h"
 #include "platform/procesos.h"
+#include "ui/apariencia.h"
 #include "ui/copia_seg.h"
 #include "ui/escritorio_qt.h"
 #include "ui/form1.h"
@@ -56,18 +57,23 @@ class CaminosQt : public workflows::CaminosFlujos {
 
 }  // namespace
 
-std::optional<int> ejecutar(int argc, char** argv, const std::string& ordenes) {
+std::optional<int> ejecutar(int, char** argv, const std::string& ordenes) {
     if (!platform::hayPantalla()) {
         return std::nullopt;
     }
-    QApplication aplicacion(argc, argv);
+    int soloElNombre = 1;  // the rest of the command line is the program's own
+    QApplication aplicacion(soloElNombre, argv);
     QApplication::setApplicationName("tarvoline");
     QApplication::setDesktopFileName("tarvoline");
+    vestir(aplicacion);
     const auto archivos = platform::crearSistemaArchivos();
     const auto carpeta = core::carpetaRegistro();
     const auto registro = core::crearRegistro(*archivos, carpeta);
     EscritorioQt escritorio;
     workflows::Montaje montaje(escritorio, *registro);
+    if (core::idiomaEspanol(montaje.entorno())) {
+        hablarEspanol(aplicacion);
+    }
     CaminosQt caminos(montaje, escritorio);
     core::Inicio inicio(montaje.entorno(), caminos, montaje.instancia(),
                         carpeta + "/" + core::nombreEstadoEjecucion);

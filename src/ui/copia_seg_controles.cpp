@@ -1,0 +1,168 @@
+// The controls of the main window: where they stand, and which routine each of them calls.
+#include <QAction>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QScreen>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+#include "ui/barra_herramientas.h"
+#include "ui/buscador.h"
+#include "ui/copia_seg.h"
+#include "ui/iconos.h"
+#include "ui/menus.h"
+#include "ui/panel_lateral.h"
+#include "ui/panel_transferencia.h"
+#include "ui/rejilla.h"
+#include "ui/texto_qt.h"
+#include "workflows/descargas.h"
+#include "workflows/lista.h"
+#include "workflows/listados.h"
+#include "workflows/panel.h"
+
+namespace tarvoline::ui {
+
+namespace {
+
+constexpr int textoCapacidadSuperada = 2249;
+
+QLabel* crearEnlace(const QString& nombre, QWidget* padre) {
+    auto* etiqueta = new QLabel(padre);
+    etiqueta->setObjectName(nombre);
+    etiqueta->setTextFormat(Qt::RichText);
+    etiqueta->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    return etiqueta;
+}
+
+}  // namespace
+
+void CopiaSeg::construir() {
+    setWindowTitle("Tarvoline");
+    Toolbar2_ = new BarraHerramientas(vista_, palabras_, this);
+    addToolBar(Toolbar2_);
+    menus_ = new Menus(*this, *Toolbar2_, vista_, palabras_);
+    setCentralWidget(crearCentro());
+    crearLista();
+    crearPie();
+    ordenarFocos();
+    const QFontMetrics letra(font());
+    const QSize deseado(letra.averageCharWidth() * 140, letra.height() * 42);
+    resize(deseado.boundedTo(screen()->availableSize() * 9 / 10));
+}
+
+QWidget* CopiaSeg::crearCentro() {
+    auto* centro = new QWidget(this);
+    lateral_ = new PanelLateral(vista_, palabras_, aQt(entorno_.texto(textoCapacidadSuperada)), centro);
+    fx1_ = new Rejilla(vista_.fx1, centro);
+    fx1_->setAccessibleName(palabras_("Lista de copias", "List of copies"));
+    fx1_->setAccessibleDescription(
+        palabras_("Intro descarga y abre; Supr borra lo elegido sin preguntar; botón derecho ordena",
+                  "Enter downloads and opens; Delete deletes what is chosen without a question; "
+                  "the right button sorts"));
+    buscador_ = new Buscador(vista_.fx1, *fx1_, palabras_, centro);
+    transferencia_ = new PanelTransferencia(vista_, palabras_, centro);
+    auto* derecha = new QVBoxLayout;
+    derecha->addWidget(buscador_);
+    derecha->addWidget(fx1_, 1);
+    derecha->addWidget(transferencia_);
+    auto* fila = new QHBoxLayout(centro);
+    fila->addWidget(lateral_);
+    fila->addLayout(derecha, 1);
+    return centro;
+}
+
+// The file list lies behind the grid; nobody sees it, but it is there to be clicked by whoever drives the
+// window from outside.
+void CopiaSeg::crearLista() {
+    archivos_ = new QStringListModel(this);
+    List1_ = new QListView(centralWidget());
+    List1_->setObjectName("List1");
+    List1_->setModel(archivos_);
+    List1_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    List1_->setUniformItemSizes(true);
+    List1_->setAccessibleName(palabras_("Archivos", "Files"));
+    List1_->setAccessibleDescription(palabras_("Un clic descarga y abre", "A click downloads and opens"));
+    List1_->hide();
+}
+
+void CopiaSeg::crearPie() {
+    Label4_ = crearEnlace("Label4", this);
+    Label4_->setToolTip(
+        palabras_("Acceda a VELDORIX ONLINE desde aqui...", "Go to VELDORIX ONLINE from here..."));
+    Label6_ = crearEnlace("Label6", this);
+    versionlb_ = new QLabel(this);
+    versionlb_->setObjectName("versionlb");
+    for (auto* etiqueta : {Label4_, Label6_}) {
+        etiqueta->setAccessibleDescription(palabras_("Intro lo abre", "Enter opens it"));
+        statusBar()->addWidget(etiqueta);
+    }
+    statusBar()->addPermanentWidget(versionlb_);
+}
+
+void CopiaSeg::conectar() {
+    const auto boton = [this](int numero) { ejecutar([&] { ventana_.ButtonClick(numero); }); };
+    connect(Toolbar2_, &BarraHerramientas::botonPulsado, this, boton);
+    connect(transferencia_, &PanelTransferencia::detenerPedido, this,
+            [boton] { boton(workflows::boton::detener); });
+    connect(Toolbar2_, &BarraHerramientas::vistaElegida, this,
+            [this](int entrada) { ejecutar([&] { ventana_.elegirVista(entrada); }); });
+    connect(lateral_, &PanelLateral::opcionElegida, this,
+            [this](int indice) { ejecutar([&] { ventana_.flujos().listados().Option1_Click(indice); }); });
+    connect(lateral_, &PanelLateral::carpetaElegida, this,
+            [this](int indice) { ejecutar([&] { ventana_.flujos().listados().carpetas_Click(indice); }); });
+    connect(lateral_, &PanelLateral::imagenPulsada, this, [this](int indice) {
+        lateral_->normalizar();
+        ejecutar([&] { ventana_.Picture2_Click(static_cast<workflows::Imagen>(indice)); });
+    });
+    const auto informe = [this] { ejecutar([this] { ventana_.Imgcapacidad_Click(); }); };
+    connect(&lateral_->almacen(), &PanelAlmacen::informePedido, this, informe);
+    connect(menus_, &Menus::informePedido, this, informe);
+    connect(Label4_, &QLabel::linkActivated, this, [this] { ejecutar([this] { ventana_.Label4_Click(); }); });
+    connect(Label6_, &QLabel::linkActivated, this, [this] { ejecutar([this] { ventana_.Label6_Click(); }); });
+    connect(List1_, &QListView::clicked, this, [this](const QModelIndex& lugar) {
+        ejecutar([&] { ventana_.flujos().descargas().List1_Click(lugar.row()); });
+    });
+    conectarRejilla();
+    conectarMenus();
+}
+
+void CopiaSeg::conectarRejilla() {
+    connect(fx1_, &Rejilla::teclaPulsada, this,
+            [this](int tecla) { ejecutar([&] { ventana_.flujos().lista().fx1_KeyDown(tecla); }); });
+    connect(fx1_, &Rejilla::abrirPedido, this,
+            [this] { ejecutar([this] { ventana_.flujos().descargas().fx1_DblClick(); }); });
+    connect(fx1_, &Rejilla::menuPedido, this, [this](QPoint lugar) { menus_->edicion().popup(lugar); });
+    connect(fx1_, &Rejilla::ordenPedido, this,
+            [this](int indice) { ejecutar([&] { ventana_.flujos().lista().Ordenar_Click(indice); }); });
+}
+
+void CopiaSeg::conectarMenus() {
+    connect(menus_, &Menus::ordenPedido, this,
+            [this](int indice) { ejecutar([&] { ventana_.flujos().lista().Ordenar_Click(indice); }); });
+    connect(menus_, &Menus::opcionElegida, this,
+            [this](int indice) { ejecutar([&] { ventana_.flujos().listados().Option1_Click(indice); }); });
+    connect(menus_, &Menus::botonPulsado, this,
+            [this](int numero) { ejecutar([&] { ventana_.ButtonClick(numero, 1); }); });
+    connect(menus_, &Menus::buscarPedido, buscador_, &Buscador::abrir);
+    connect(menus_, &Menus::buscarSiguientePedido, buscador_, [this] { buscador_->buscar(1); });
+    connect(menus_, &Menus::refrescarPedido, this, [this] {
+        ejecutar([this] {
+            auto& flujos = ventana_.flujos();
+            flujos.panel().entrada([&] { flujos.listados().RefrescarVista(); });
+        });
+    });
+    connect(menus_, &Menus::paginaPedida, this, [this] { ejecutar([this] { ventana_.Label4_Click(); }); });
+    connect(menus_, &Menus::salirPedido, this, &CopiaSeg::close);
+}
+
+// From the toolbar down the side, then the list and what belongs to it.
+void CopiaSeg::ordenarFocos() {
+    QWidget* anterior = lateral_->nextInFocusChain();
+    for (QWidget* siguiente :
+         std::initializer_list<QWidget*>{buscador_, fx1_, &transferencia_->ImgStop(), Label4_, Label6_}) {
+        setTabOrder(anterior, siguiente);
+        anterior = siguiente;
+    }
+}
+
+}  // namespace tarvoline::ui

@@ -1,0 +1,144 @@
+#include "ui/panel_transferencia.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QStyle>
+
+#include "ui/iconos.h"
+#include "ui/texto_qt.h"
+
+namespace tarvoline::ui {
+
+namespace {
+
+constexpr int sinPanel = 99;
+
+QLabel* crearRotulo(const QString& nombre, QLabel* valor, QWidget* padre) {
+    auto* rotulo = new QLabel(padre);
+    rotulo->setObjectName(nombre);
+    rotulo->setBuddy(valor);
+    return rotulo;
+}
+
+void conservarSitio(QWidget* control) {
+    auto politica = control->sizePolicy();
+    politica.setRetainSizeWhenHidden(true);
+    control->setSizePolicy(politica);
+}
+
+}  // namespace
+
+PanelTransferencia::PanelTransferencia(const core::Vista& vista, const Palabras& palabras, QWidget* padre)
+    : QFrame(padre),
+      vista_(vista),
+      palabras_(palabras),
+      NombreArchivo_(new EtiquetaCorta("NombreArchivo", this)),
+      Tamano_(new EtiquetaCorta("Tamaño", this)),
+      Progreso_(new EtiquetaCorta("Progreso", this)),
+      marcha_(new EtiquetaCorta("marcha", this)),
+      ImgStop_(new QToolButton(this)),
+      Gauge1_(new Medidor(this)) {
+    setObjectName("Picture3");
+    setFrameShape(StyledPanel);
+    setAccessibleName(palabras_("Transferencia", "Transfer"));
+    setAccessibleDescription(palabras_("Qué se está subiendo, bajando o preparando, y cuánto falta",
+                                       "What is being sent, fetched or prepared, and how far it is"));
+    Label1_ = crearRotulo("Label1", NombreArchivo_, this);
+    Label3_ = crearRotulo("Label3", Tamano_, this);
+    Label5_ = crearRotulo("Label5", Progreso_, this);
+    crearImagenes();
+    colocar();
+    reloj_.setInterval(1000);
+    connect(&reloj_, &QTimer::timeout, this, &PanelTransferencia::pintarTransferencia);
+    connect(ImgStop_, &QToolButton::clicked, this, &PanelTransferencia::detenerPedido);
+}
+
+void PanelTransferencia::crearImagenes() {
+    const std::array dibujos = {"preparando", "subida", "bajada"};
+    const std::array nombres = {palabras_("Preparando", "Preparing"), palabras_("Subiendo", "Sending"),
+                                palabras_("Bajando", "Fetching")};
+    const int lado = style()->pixelMetric(QStyle::PM_LargeIconSize);
+    for (std::size_t i = 0; i < Imgproceso_.size(); ++i) {
+        auto* imagen = new QLabel(this);
+        imagen->setObjectName(QString("Imgproceso(%1)").arg(i));
+        imagen->setPixmap(icono(dibujos[i]).pixmap(QSize(lado, lado), devicePixelRatioF()));
+        imagen->setToolTip(nombres[i]);
+        imagen->setAccessibleName(nombres[i]);
+        imagen->hide();
+        Imgproceso_[i] = imagen;
+    }
+    ImgStop_->setObjectName("ImgStop");
+    ImgStop_->setIcon(icono("detener"));
+    ImgStop_->setIconSize(QSize(lado, lado) * 3 / 4);
+    ImgStop_->setText(palabras_("Parar", "Stop"));
+    ImgStop_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    ImgStop_->setToolTip(
+        palabras_("Parar Subida/Bajada de documentos", "Stop sending or fetching documents"));
+    ImgStop_->setAccessibleName(ImgStop_->text());
+    ImgStop_->setAccessibleDescription(ImgStop_->toolTip());
+    ImgStop_->setShortcut(Qt::Key_Escape);
+    ImgStop_->setFocusPolicy(Qt::StrongFocus);
+    conservarSitio(ImgStop_);
+    ImgStop_->hide();
+}
+
+void PanelTransferencia::colocar() {
+    auto* proceso = new QWidget(this);
+    const int lado = style()->pixelMetric(QStyle::PM_LargeIconSize);
+    proceso->setMinimumSize(lado, lado);
+    auto* pila = new QGridLayout(proceso);
+    pila->setContentsMargins(0, 0, 0, 0);
+    for (auto* imagen : Imgproceso_) {
+        pila->addWidget(imagen, 0, 0, Qt::AlignCenter);
+    }
+    auto* rejilla = new QGridLayout(this);
+    rejilla->addWidget(proceso, 0, 0, 3, 1);
+    rejilla->addWidget(Label1_, 0, 1);
+    rejilla->addWidget(NombreArchivo_, 0, 2);
+    rejilla->addWidget(Label3_, 0, 3);
+    rejilla->addWidget(Tamano_, 0, 4);
+    rejilla->addWidget(Label5_, 1, 1);
+    rejilla->addWidget(Progreso_, 1, 2);
+    rejilla->addWidget(marcha_, 1, 3, 1, 2);
+    rejilla->addWidget(Gauge1_, 2, 1, 1, 4);
+    rejilla->addWidget(ImgStop_, 0, 5, 3, 1);
+    rejilla->setColumnStretch(2, 3);
+    rejilla->setColumnStretch(4, 2);
+}
+
+void PanelTransferencia::pintarRotulos() {
+    const auto poner = [](QLabel* rotulo, EtiquetaCorta* valor, const std::string& texto) {
+        auto conPuntos = aQt(texto);
+        if (!conPuntos.isEmpty() && !conPuntos.endsWith(':')) {
+            conPuntos += ':';
+        }
+        rotulo->setText(conPuntos);
+        valor->ponerCabecera(conPuntos);
+    };
+    poner(Label1_, NombreArchivo_, vista_.rotulos.Label1);
+    poner(Label3_, Tamano_, vista_.rotulos.Label3);
+    poner(Label5_, Progreso_, vista_.rotulos.Label5);
+}
+
+void PanelTransferencia::pintarEtiquetas() {
+    NombreArchivo_->poner(aQt(vista_.NombreArchivo));
+    Tamano_->poner(aQt(vista_.Tamaño));
+    Progreso_->poner(aQt(vista_.Progreso));
+}
+
+void PanelTransferencia::pintarPanel() {
+    for (std::size_t i = 0; i < Imgproceso_.size(); ++i) {
+        Imgproceso_[i]->setVisible(vista_.panel == static_cast<int>(i));
+    }
+    ImgStop_->setVisible(vista_.panel != sinPanel);
+}
+
+void PanelTransferencia::pintarMedidor() {
+    Gauge1_->poner(vista_.medidor);
+}
+
+void PanelTransferencia::pintarTransferencia() {
+    marcha_->poner({});
+}
+
+}  // namespace tarvoline::ui
