@@ -1,4 +1,5 @@
 # What every target of the project shares, and the three functions that declare targets.
+include(GNUInstallDirs)
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -25,12 +26,13 @@ function(tarvoline_biblioteca nombre)
   target_link_libraries(tarvoline_${nombre} PUBLIC ${A_LINK} PRIVATE ${A_PRIVATE})
 endfunction()
 
-# tarvoline_programa(<name> SOURCES ... LINK ...): a program in build/<preset>/bin.
+# tarvoline_programa(<name> SOURCES ... LINK ...): a program in build/<preset>/bin, installed like the others.
 function(tarvoline_programa nombre)
   cmake_parse_arguments(A "" "" "SOURCES;LINK" ${ARGN})
   add_executable(${nombre} ${A_SOURCES})
   target_include_directories(${nombre} PRIVATE "${PROJECT_SOURCE_DIR}/src")
   target_link_libraries(${nombre} PRIVATE ${A_LINK})
+  install(TARGETS ${nombre} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endfunction()
 
 # tarvoline_prueba(<name> SOURCES ... LINK ... [LABELS ...] [ENV ...] [NEEDS programs]): a GoogleTest program whose
