@@ -48,7 +48,7 @@ class Integracion::Buses {
     QDBusConnection sistema() { return unir(direcciones_.sistema, sistema_); }
 
   private:
-    // A name that nobody connected stands for no bus: each call on it fails at once.
+    // A name that nobody connected stands for no bus: calls on it are dropped.
     static QDBusConnection unir(QString& direccion, const QString& nombre) {
         if (direccion.isEmpty()) {
             return QDBusConnection(nombre);
@@ -66,10 +66,15 @@ class Integracion::Buses {
 class Integracion::Vigilia {
   public:
     Vigilia(Buses& buses, const QString& motivo) : asa_(std::make_shared<Asa>(buses.sesion())) {
+        const auto sistema = buses.sistema();
+        if (!sistema.isConnected()) {
+            pedirAlEscritorio(asa_, motivo);  // a call on no connection is never answered
+            return;
+        }
         auto orden = QDBusMessage::createMethodCall("org.freedesktop.login1", "/org/freedesktop/login1",
                                                     "org.freedesktop.login1.Manager", "Inhibit");
         orden << "sleep" << nombreAplicacion << motivo << "block";
-        alResponder(buses.sistema().asyncCall(orden), [asa = asa_, motivo](const QDBusMessage& respuesta) {
+        alResponder(sistema.asyncCall(orden), [asa = asa_, motivo](const QDBusMessage& respuesta) {
             if (!asa->enVigor) {
                 return;  // the descriptor closes with the answer
             }
