@@ -49,9 +49,14 @@ class Listados : public Flujo {
     double TamanoArchivo(std::string_view tipo, std::string_view nombre);
     // Sum of the selected rows to the label `Tamaño`.
     void TamanoSeleccion();
-    // Sizes of all rows to columns 5 and 7 and their sum to the label lbtotalocupado. A raised error is shown
-    // once and ends it; a file whose size the service refuses keeps its cells empty.
+    // Sizes of all rows to columns 5 and 7 and their sum to the label lbtotalocupado, with a turn for the
+    // window after each. A raised error is shown once and ends it; a file whose size the service refuses
+    // keeps its cells empty.
     void ActualizaTamanoFila();
+    // Whether that is under way, and its end after the row it is at: a person need not wait for it to do
+    // something else. The rows that it did not reach keep their cells empty.
+    bool midiendoTamanos() const { return midiendo_; }
+    void dejarDeMedir() { dejarDeMedir_ = true; }
     // Whether the grid lacks the size of its first row.
     bool faltanTamanos() const;
 
@@ -67,7 +72,11 @@ class Listados : public Flujo {
     std::optional<std::int32_t> pedirTamano(std::string_view tipo, std::string_view nombre);
     std::optional<std::int32_t> pedirTamanoDeFila(std::string_view tipo, const std::string& nombre);
     void ponerTamanos();
+    int filaDe(const std::string& nombre, int cerca) const;
     void elegirCarpeta(const std::vector<std::string>& nombres, int recordada);
+
+    bool midiendo_ = false;
+    bool dejarDeMedir_ = false;
 };
 
 }  // namespace tarvoline::workflows

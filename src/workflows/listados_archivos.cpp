@@ -14,6 +14,17 @@ namespace {
 
 constexpr int textoSinSeleccion = 1935;
 
+class Midiendo {
+  public:
+    explicit Midiendo(bool& marca) : marca_(marca) { marca_ = true; }
+    ~Midiendo() { marca_ = false; }
+    Midiendo(const Midiendo&) = delete;
+    Midiendo& operator=(const Midiendo&) = delete;
+
+  private:
+    bool& marca_;
+};
+
 }  // namespace
 
 bool Listados::EliminarArchivoServidor(std::string_view tipo, std::string_view nombre) {
@@ -77,9 +88,11 @@ bool Listados::faltanTamanos() const {
 }
 
 void Listados::ActualizaTamanoFila() {
-    if (vista().Option1 == core::Opcion::historico || vista().fx1.filas() < 2) {
+    if (midiendo_ || vista().Option1 == core::Opcion::historico || vista().fx1.filas() < 2) {
         return;
     }
+    const Midiendo midiendo(midiendo_);
+    dejarDeMedir_ = false;
     flujos_.panel().Barra(-1);
     try {
         ponerTamanos();
@@ -87,8 +100,9 @@ void Listados::ActualizaTamanoFila() {
         entorno_.escritorio.Mensaje({error.what(), core::Icono::exclamacion, {}});
     }
     flujos_.panel().Barra(0);
-    vista().avisar(core::Parte::rejilla);
-    flujos_.lista().alConocerTamanos();
+    if (!dejarDeMedir_) {
+        flujos_.lista().alConocerTamanos();
+    }
 }
 
 // A size that cannot be read costs its own row; a line that is down would fail for all alike.
@@ -103,25 +117,48 @@ std::optional<std::int32_t> Listados::pedirTamanoDeFila(std::string_view tipo, c
     return std::nullopt;
 }
 
+// The row of a file: where it was, unless the rows were sorted meanwhile; 0 when it is gone.
+int Listados::filaDe(const std::string& nombre, int cerca) const {
+    const auto& rejilla = vista().fx1;
+    if (rejilla.celda(cerca, columna_rejilla::nombre) == nombre) {
+        return cerca;
+    }
+    for (int fila = 1; fila < rejilla.filas(); ++fila) {
+        if (rejilla.celda(fila, columna_rejilla::nombre) == nombre) {
+            return fila;
+        }
+    }
+    return 0;
+}
+
 void Listados::ponerTamanos() {
     auto& rejilla = vista().fx1;
     const auto tipo = VistaActual();
-    const int filas = rejilla.filas() - 1;
+    std::vector<std::string> nombres;
+    for (int fila = 1; fila < rejilla.filas(); ++fila) {
+        nombres.push_back(rejilla.celda(fila, columna_rejilla::nombre));
+    }
     double total = 0;
     vista().lbtotalocupado.clear();
-    for (int fila = 1; fila <= filas; ++fila) {
-        const auto nombre = rejilla.celda(fila, columna_rejilla::nombre);
-        if (core::Recortar(nombre).empty()) {
+    const int cuantos = static_cast<int>(nombres.size());
+    for (int i = 1; i <= cuantos && !dejarDeMedir_; ++i) {
+        const auto& nombre = nombres[static_cast<std::size_t>(i - 1)];
+        if (core::Recortar(nombre).empty() || filaDe(nombre, i) == 0) {
             continue;
         }
         if (const auto bytes = pedirTamanoDeFila(tipo, nombre)) {
+            const int fila = filaDe(nombre, i);
             rejilla.ponerCelda(fila, columna_rejilla::tamano, flujos_.panel().enUnidad(*bytes));
             rejilla.ponerCelda(fila, columna_rejilla::ordenTamano, std::to_string(*bytes));
+            vista().avisarFila(fila);
             total += *bytes;
         }
-        flujos_.panel().Barra(fila, filas);
+        flujos_.panel().Barra(i, cuantos);
+        flujos_.panel().Turno();
     }
-    vista().lbtotalocupado = flujos_.panel().enUnidad(total);
+    if (!dejarDeMedir_) {
+        vista().lbtotalocupado = flujos_.panel().enUnidad(total);
+    }
     vista().avisar(core::Parte::etiquetas);
 }
 

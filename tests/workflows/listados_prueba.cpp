@@ -1,3 +1,4 @@
+#include "workflows/lista.h"
 #include "workflows/listados.h"
 
 #include <gmock/gmock.h>
@@ -227,6 +228,36 @@ TEST_F(PruebaListados, UnaLineaCaidaSeDiceUnaVezEnLosTamanos) {
     EXPECT_EQ(mundo.guion().cajas().size(), 1U);
     EXPECT_EQ(mundo.servicio.llamadas("FileSize").size(), 2U);
     EXPECT_EQ(vista.fx1.celda(1, 7), "7");
+}
+
+TEST_F(PruebaListados, MedirNoImpideOrdenarNiHacerOtraCosa) {
+    vista.Option1 = Opcion::personal;
+    mundo.servicio.responder("ListadoArchivos", "a\tb\tc\td");
+    mundo.servicio.responder("FileSize", [](pruebas::ServicioGuion::Argumentos& a) {
+        return std::to_string(std::get<std::string>(a[4])[0]);
+    });
+    std::vector<int> filas;
+    vista.alCambiar = [&](core::Parte parte) {
+        if (parte == core::Parte::fila) filas.push_back(vista.filaCambiada);
+    };
+    // Each file keeps its own size when the rows change places in mid-way.
+    estado.SentidoOrden = 1;
+    mundo.guion().enTurno(1, [&] { mundo.flujos.lista().Ordenar_Click(0); });
+    listados.RefrescarVista();
+    EXPECT_THAT(filas, ElementsAre(1, 3, 2, 1));
+    for (int fila = 1; fila <= 4; ++fila) {
+        EXPECT_EQ(vista.fx1.celda(fila, 7), std::to_string(vista.fx1.celda(fila, 2)[0])) << fila;
+    }
+    // And it ends after the row it is at when it is asked to, with no sum that is none.
+    mundo.guion().enTurno(mundo.guion().turnos + 2, [&] {
+        EXPECT_TRUE(listados.midiendoTamanos());
+        listados.dejarDeMedir();
+    });
+    listados.RefrescarVista();
+    EXPECT_FALSE(listados.midiendoTamanos());
+    EXPECT_EQ(vista.fx1.celda(2, 7), std::to_string('b'));
+    EXPECT_EQ(vista.fx1.celda(3, 7), "");
+    EXPECT_EQ(vista.lbtotalocupado, "");
 }
 
 TEST_F(PruebaListados, TamanoDeLaSeleccion) {
