@@ -60,6 +60,8 @@ enum class Comparticion {
     compartida,  // data and company files: holds the sentinel byte shared, and each read and write first
                  // tests that no other handle holds a conflicting lock on its range (permisoDenegado when one
                  // does)
+    acordada,    // holds the sentinel byte shared, as `compartida` does, but tests nothing: files whose users
+                 // agree by locks of their own, such as key files
     exclusiva,   // holds the sentinel byte exclusively: refused at once while another handle holds it. Wants
                  // the right to write, even with Apertura::lectura
 };
@@ -115,6 +117,10 @@ class Archivo {
     virtual void desbloquear(Rango rango) = 0;
     // True when a lock of `tipo` could be had now: no other handle holds a conflicting one.
     virtual bool podriaBloquear(Rango rango, TipoBloqueo tipo) = 0;
+
+    // True when the file is known to lie on a disk of this machine: what any process has written, every other
+    // sees at once. False on network shares, and where the system cannot tell.
+    virtual bool esLocal() { return false; }
 };
 
 struct EntradaDirectorio {

@@ -101,6 +101,8 @@ class ArchivoMemoria final : public Archivo {
         return !nodo_->hayConflicto(this, rango, tipo);
     }
 
+    bool esLocal() override { return true; }
+
   private:
     std::unique_lock<std::recursive_mutex> entrar() {
         std::unique_lock turno(interior_->mutex);

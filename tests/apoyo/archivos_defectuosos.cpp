@@ -83,6 +83,8 @@ class ArchivosDefectuosos::Abierto final : public Archivo {
         return base_->podriaBloquear(rango, tipo);
     }
 
+    bool esLocal() override { return base_->esLocal(); }
+
   private:
     void exigirVivo() const {
         if (sistema_.sinCorriente_ || arranque_ != sistema_.arranque_) throw CorteDeCorriente();

@@ -10,7 +10,8 @@ PUEDE = {
     'platform': [],
     'core': [],
     'soap': ['core'],
-    'data': ['core'],
+    'motor': [],
+    'data': ['motor', 'core'],
     'zip': ['core'],
     'service': ['soap', 'core'],
     'link': ['data', 'soap', 'core'],
@@ -18,7 +19,7 @@ PUEDE = {
     'ui': ['workflows', 'core'],
     'consola': ['workflows', 'core'],
     'server': ['link', 'soap', 'core'],
-    'tools': ['link', 'data', 'core'],
+    'tools': ['link', 'data', 'motor', 'core'],
     'python': ['link', 'data', 'core'],
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')

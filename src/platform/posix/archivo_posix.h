@@ -34,6 +34,7 @@ class ArchivoPosix final : public Archivo {
     bool bloquear(Rango rango, TipoBloqueo tipo, std::chrono::milliseconds espera) override;
     void desbloquear(Rango rango) override;
     bool podriaBloquear(Rango rango, TipoBloqueo tipo) override;
+    bool esLocal() override;
 
   private:
     void exigirEscritura() const;

@@ -1,0 +1,219 @@
+#include "motor/escritura.h"
+
+#include <algorithm>
+#include <limits>
+#include <random>
+
+#include "motor/lista_libres.h"
+
+namespace tarvoline::motor {
+
+namespace {
+
+constexpr std::size_t bytesMayorTanda = std::size_t{256} * 1024;
+
+std::span<const std::byte> bytesDe(const Octeto* datos, std::size_t cuantos) {
+    return std::as_bytes(std::span(datos, cuantos));
+}
+
+}  // namespace
+
+Escritura::Escritura(ArchivoClaves& archivo)
+    : archivo_(archivo),
+      turno_(*archivo.archivo_, platform::TipoBloqueo::exclusivo, !archivo.sinTurno_),
+      libres_(archivo.libres_) {
+    if (archivo.fallida_) throw ErrorMotor("the key file is damaged or failed while it was written");
+    archivo.refrescar();
+    archivo.cargarLibres();
+    archivo.cache_.recortar();
+    nueva_ = archivo.cabecera_;
+    if (!archivo.azar_) archivo.azar_ = std::random_device()() & ((1U << bitsAzar) - 1);
+    nueva_.sello = ((numeroDe(nueva_.sello) + 1) << bitsAzar) | *archivo.azar_;
+}
+
+Escritura::~Escritura() {
+    if (confirmada_) return;
+    for (const std::uint32_t numero : sucias_)
+        archivo_.cache_.olvidar(numero);
+    archivo_.libresDe_ = 0;
+    archivo_.azar_.reset();
+}
+
+void Escritura::prever(unsigned paginas) {
+    if (reserva_.empty() && paginas > 0) conseguir(paginas);
+}
+
+const Pagina& Escritura::leer(const Hijo& hijo, unsigned clave, unsigned nivel) {
+    return archivo_.pagina(hijo, clave, nivel);
+}
+
+Pagina& Escritura::propia(Hijo& hijo, unsigned clave, unsigned nivel) {
+    const Pagina& antes = leer(hijo, clave, nivel);
+    // The copies in the cache are this object's to change once their seal is this commit's.
+    if (hijo.sello == nueva_.sello) return const_cast<Pagina&>(antes);
+    liberadas_.push_back({hijo.pagina, 1});
+    Pagina& copia = nueva(hijo, nivel);
+    std::memcpy(copia.datos.data(), antes.datos.data(), leerEntero<std::uint16_t>(antes.datos.data() + 4));
+    ponerEntero(copia.datos.data() + 8, nueva_.sello);
+    return copia;
+}
+
+Pagina& Escritura::nueva(Hijo& hijo, unsigned nivel) {
+    hijo = {asignar(nivel), nueva_.sello};
+    sucias_.push_back(hijo.pagina);
+    Pagina& pagina = archivo_.cache_.preparar(hijo.pagina, hijo.sello);
+    ponerEntero(pagina.datos.data() + 8, nueva_.sello);
+    return pagina;
+}
+
+void Escritura::liberar(const Hijo& hijo) {
+    if (hijo.sello != nueva_.sello) {
+        liberadas_.push_back({hijo.pagina, 1});
+        return;
+    }
+    std::erase(sucias_, hijo.pagina);
+    archivo_.cache_.olvidar(hijo.pagina);
+    reserva_.push_back(hijo.pagina);
+}
+
+void Escritura::liberarTodo() {
+    nueva_.raices = {};
+    nueva_.lista = {};
+    nueva_.enLista = 0;
+    todoLibre_ = true;
+}
+
+// Inner pages are rewritten by nearly every commit, leaves live long: taken from opposite ends of the run,
+// the inner ones leave whole runs behind.
+std::uint32_t Escritura::asignar(unsigned nivel) {
+    if (reserva_.empty()) conseguir(1);
+    const auto sitio = nivel == 0 ? reserva_.begin() : reserva_.end() - 1;
+    const std::uint32_t pagina = *sitio;
+    reserva_.erase(sitio);
+    return pagina;
+}
+
+// Pages in one run make one write. Where none is long enough the file grows, unless a good part of it is
+// free.
+void Escritura::conseguir(std::uint32_t cuantas) {
+    if (const std::uint32_t primera = libres_.tomarSeguidas(cuantas); primera != 0) {
+        for (std::uint32_t i = 0; i < cuantas; ++i)
+            reserva_.push_back(primera + i);
+        return;
+    }
+    const std::uint64_t libres = libres_.total() + nueva_.enLista;
+    if (libres < cuantas || 4 * libres < nueva_.marca) {
+        const std::uint32_t primera = alargar(cuantas);
+        for (std::uint32_t i = 0; i < cuantas; ++i)
+            reserva_.push_back(primera + i);
+        return;
+    }
+    while (libres_.total() < cuantas && nueva_.lista.pagina != 0)
+        sacarDeLista();
+    const std::size_t antes = reserva_.size();
+    libres_.tomarSueltas(cuantas, reserva_);
+    if (reserva_.size() < antes + cuantas) {
+        throw Danno("the key file's list of free pages is shorter than it says");
+    }
+    std::sort(reserva_.begin(), reserva_.end());
+}
+
+std::uint32_t Escritura::alargar(std::uint32_t cuantas) {
+    if (nueva_.marca > std::numeric_limits<std::uint32_t>::max() - cuantas) {
+        throw ErrorMotor("the key file is full");
+    }
+    const std::uint32_t primera = nueva_.marca;
+    nueva_.marca += cuantas;
+    return primera;
+}
+
+void Escritura::sacarDeLista() {
+    ListaLibres lista = leerLista(leer(nueva_.lista, 0, nivelLibres));
+    std::uint64_t total = 0;
+    for (const Tramo& tramo : lista.tramos)
+        total += tramo.cuantas;
+    if (total > nueva_.enLista) throw Danno("a list of free pages is damaged");
+    liberadas_.push_back({nueva_.lista.pagina, 1});
+    nueva_.lista = lista.siguiente;
+    nueva_.enLista -= static_cast<std::uint32_t>(total);
+    libres_.devolver(lista.tramos);
+}
+
+// From here on the free pages are those of the head to be.
+void Escritura::ordenarLibres() {
+    if (todoLibre_) {
+        libres_.poner({{primeraPagina, nueva_.marca - primeraPagina}});
+        if (nueva_.marca == primeraPagina) libres_.poner({});
+        return;
+    }
+    for (const std::uint32_t pagina : reserva_)
+        liberadas_.push_back({pagina, 1});
+    reserva_.clear();
+    // Lists take their pages before those that this commit frees come in (2).
+    std::vector<std::uint32_t> paraListas;
+    const auto sobran = [&] {
+        const std::size_t caben = maxTramos + paraListas.size() * (maxTramosLista - 1);
+        return libres_.tramos().size() + liberadas_.size() > caben;
+    };
+    while (sobran()) {
+        conseguir(1);
+        paraListas.push_back(reserva_.back());
+        reserva_.pop_back();
+    }
+    libres_.devolver(liberadas_);
+    for (const std::uint32_t pagina : paraListas)
+        guardarEnLista(pagina);
+}
+
+void Escritura::guardarEnLista(std::uint32_t numero) {
+    const ListaLibres lista{nueva_.lista, libres_.apartar(maxTramosLista)};
+    for (const Tramo& tramo : lista.tramos)
+        nueva_.enLista += tramo.cuantas;
+    sucias_.push_back(numero);
+    ponerLista(lista, nueva_.sello, archivo_.cache_.preparar(numero, nueva_.sello));
+    nueva_.lista = {numero, nueva_.sello};
+}
+
+void Escritura::escribirPaginas() {
+    std::sort(sucias_.begin(), sucias_.end());
+    constexpr std::size_t mayor = bytesMayorTanda / bytesPagina;
+    for (std::size_t desde = 0; desde < sucias_.size();) {
+        std::size_t hasta = desde + 1;
+        while (hasta < sucias_.size() && hasta - desde < mayor && sucias_[hasta] == sucias_[hasta - 1] + 1)
+            ++hasta;
+        escribirTanda(desde, hasta);
+        desde = hasta;
+    }
+}
+
+void Escritura::escribirTanda(std::size_t desde, std::size_t hasta) {
+    tanda_.resize((hasta - desde) * bytesPagina);
+    for (std::size_t i = desde; i < hasta; ++i) {
+        Octeto* const datos = archivo_.cache_.buscar(sucias_[i], nueva_.sello)->datos.data();
+        ponerEntero(datos, sumaDePagina(datos, sucias_[i], nueva_.archivo));
+        const std::size_t usados = leerEntero<std::uint16_t>(datos + 4);
+        Octeto* const sitio = tanda_.data() + (i - desde) * bytesPagina;
+        std::memcpy(sitio, datos, usados);
+        std::memset(sitio + usados, 0, bytesPagina - usados);
+    }
+    archivo_.archivo_->escribir(posicionDePagina(sucias_[desde]), bytesDe(tanda_.data(), tanda_.size()));
+}
+
+void Escritura::escribirCabecera() {
+    std::array<Octeto, bytesCabecera> bytes;
+    const std::size_t largo = codificarCabecera(nueva_, libres_.tramos(), bytes.data());
+    archivo_.fallida_ = true;
+    archivo_.archivo_->escribir(posicionDeCabecera(nueva_.lugar()), bytesDe(bytes.data(), largo));
+    archivo_.fallida_ = false;
+}
+
+void Escritura::confirmar() {
+    ordenarLibres();
+    escribirPaginas();
+    escribirCabecera();
+    confirmada_ = true;
+    archivo_.cabecera_ = nueva_;
+    archivo_.libresDe_ = nueva_.sello;
+}
+
+}  // namespace tarvoline::motor

@@ -1,0 +1,305 @@
+#include "motor/motor_indexados.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "motor/edicion_arbol.h"
+
+namespace tarvoline::motor {
+
+namespace {
+
+constexpr std::uint32_t mayorRegistro = std::numeric_limits<std::int32_t>::max();
+constexpr std::uint32_t trasTodas = std::numeric_limits<std::uint32_t>::max();
+
+// The text's length without the blanks at its end.
+std::size_t largoDe(std::string_view texto) {
+    const std::size_t ultimo = texto.find_last_not_of(' ');
+    return ultimo == std::string_view::npos ? 0 : ultimo + 1;
+}
+
+bool cabe(std::string_view texto, unsigned ancho) {
+    return texto.size() <= ancho || largoDe(texto) <= ancho;
+}
+
+bool esPosicion(Verbo verbo) {
+    return verbo <= Verbo::debajo;
+}
+
+// What a command on one leaf and its parents writes, at every level of every key.
+unsigned paginasPrevistas(const Cabecera& cabecera) {
+    unsigned paginas = 0;
+    for (unsigned i = 0; i < cabecera.claves; ++i)
+        paginas += cabecera.raices[i].altura;
+    return paginas;
+}
+
+}  // namespace
+
+MotorIndexados::MotorIndexados(platform::SistemaArchivos& archivos, bool sincronizarAlCerrar)
+    : archivos_(archivos), sincronizarAlCerrar_(sincronizarAlCerrar) {}
+
+MotorIndexados::~MotorIndexados() = default;
+
+void MotorIndexados::Ejecutar(std::string& comando, std::int32_t& registro, std::int16_t& estadoComando) {
+    estadoComando = estado::malo;
+    if (!entender(comando, orden_)) return;
+    try {
+        estadoComando = cumplir(registro);
+    } catch (const platform::ErrorArchivo& error) {
+        if (orden_.verbo != Verbo::insertar) throw ErrorMotor(error.what());
+        estadoComando = estado::lleno;
+    } catch (const ErrorMotor&) {
+        if (orden_.verbo != Verbo::insertar) throw;
+        estadoComando = estado::lleno;
+    }
+    if (estadoComando == estado::noHay) registro = 0;
+}
+
+std::int16_t MotorIndexados::cumplir(std::int32_t& registro) {
+    switch (orden_.verbo) {
+        case Verbo::cerrar:
+            cerrar();
+            return estado::bien;
+        case Verbo::abrir:
+            return abrir();
+        case Verbo::crear:
+            return crear();
+        default:
+            break;
+    }
+    if (!abierta(orden_.tabla)) return estado::malo;
+    if (esPosicion(orden_.verbo)) return situar(registro);
+    switch (orden_.verbo) {
+        case Verbo::insertar:
+            return insertar(registro);
+        case Verbo::borrar:
+            return borrar();
+        case Verbo::cambiar:
+            return cambiar();
+        default:
+            return vaciar();
+    }
+}
+
+std::int16_t MotorIndexados::abrir() {
+    Mesa& mesa = mesas_[orden_.tabla];
+    mesa = {};
+    auto abierto = ArchivoClaves::abrir(archivos_, orden_.ruta);
+    if (abierto.archivo) acoger(mesa, std::move(abierto.archivo));
+    return static_cast<std::int16_t>(abierto.estado);
+}
+
+std::int16_t MotorIndexados::crear() {
+    const bool medidas = orden_.longitud >= 1 && orden_.longitud <= maxLongitud && orden_.clave >= 1 &&
+                         orden_.clave <= maxClaves;
+    if (!medidas) return estado::malo;
+    Mesa& mesa = mesas_[orden_.tabla];
+    mesa = {};
+    auto creado = ArchivoClaves::crear(archivos_, orden_.ruta, orden_.longitud, orden_.clave);
+    if (creado.archivo) acoger(mesa, std::move(creado.archivo));
+    return static_cast<std::int16_t>(creado.estado);
+}
+
+// A file that another table number has open already is used through that one handle.
+void MotorIndexados::acoger(Mesa& mesa, std::unique_ptr<ArchivoClaves> archivo) {
+    const std::uint64_t identidad = archivo->cabecera().archivo;
+    for (const Mesa& otra : mesas_) {
+        if (otra.archivo == nullptr || otra.archivo->cabecera().archivo != identidad) continue;
+        // A copy of a key file bears the same identity and is another file all the same.
+        const auto una = archivo->archivo().estado();
+        const auto suya = otra.archivo->archivo().estado();
+        if (una.dispositivo != suya.dispositivo || una.identidad != suya.identidad) continue;
+        mesa.archivo = otra.archivo;
+        return;
+    }
+    mesa.archivo = std::move(archivo);
+}
+
+void MotorIndexados::cerrar() {
+    for (Mesa& mesa : mesas_) {
+        if (sincronizarAlCerrar_ && mesa.archivo) mesa.archivo->archivo().sincronizar();
+        mesa = {};
+    }
+}
+
+std::int16_t MotorIndexados::situar(std::int32_t& registro) {
+    Mesa& mesa = mesas_[orden_.tabla];
+    const bool anda = orden_.verbo == Verbo::siguiente || orden_.verbo == Verbo::anterior;
+    if (!anda && orden_.clave > mesa.archivo->cabecera().claves) return estado::malo;
+    if (anda && mesa.clave == 0) return estado::noHay;
+    Respuesta respuesta = mesa.archivo->leer([&] { return responder(mesa); });
+    if (respuesta.estado == estado::noHay) {
+        // Nothing to stand on. An empty key becomes the current one even so.
+        const auto& raices = mesa.archivo->cabecera().raices;
+        if (!anda && raices[orden_.clave - 1].altura == 0) {
+            mesa.clave = orden_.clave;
+            mesa.situada = false;
+        }
+        return respuesta.estado;
+    }
+    if (!anda) mesa.clave = orden_.clave;
+    mesa.situada = true;
+    mesa.sitio = respuesta.sitio;
+    registro = static_cast<std::int32_t>(respuesta.sitio.clave.registro);
+    return respuesta.estado;
+}
+
+// Run once or more, see ArchivoClaves::leer(): changes nothing but its answer.
+MotorIndexados::Respuesta MotorIndexados::responder(const Mesa& mesa) {
+    const bool anda = orden_.verbo == Verbo::siguiente || orden_.verbo == Verbo::anterior;
+    Arbol arbol(*mesa.archivo, anda ? mesa.clave : orden_.clave);
+    const unsigned ancho = mesa.archivo->ancho();
+    Respuesta respuesta;
+    switch (orden_.verbo) {
+        case Verbo::buscar:
+        case Verbo::generico:
+            return buscar(arbol, ancho);
+        case Verbo::encima:
+        case Verbo::debajo:
+            return vecina(arbol, ancho);
+        case Verbo::primera:
+            if (arbol.primera(respuesta.sitio)) respuesta.estado = estado::bien;
+            return respuesta;
+        case Verbo::ultima:
+            if (arbol.ultima(respuesta.sitio)) respuesta.estado = estado::bien;
+            return respuesta;
+        default:
+            return mover(arbol, mesa);
+    }
+}
+
+MotorIndexados::Respuesta MotorIndexados::buscar(Arbol& arbol, unsigned ancho) const {
+    Respuesta respuesta;
+    Clave buscada;
+    // A value longer than any key lies behind all that equal its beginning.
+    const bool larga = !cabe(orden_.valor, ancho);
+    const bool generico = orden_.verbo == Verbo::generico;
+    buscada.poner(orden_.valor, ancho, larga ? trasTodas : 0);
+    const std::size_t largo = std::min<std::size_t>(orden_.valor.size(), ancho);
+    if (generico) {
+        // Whatever follows the prefix, be it less than a blank, follows it.
+        std::memset(buscada.texto.data() + largo, 0, ancho - largo);
+    }
+    const std::size_t comparar = generico ? largo : ancho;
+    Sitio& sitio = respuesta.sitio;
+    const bool hay = arbol.desde(buscada, Cota::inferior, sitio);
+    if (hay && !larga && std::memcmp(sitio.clave.texto.data(), buscada.texto.data(), comparar) == 0) {
+        respuesta.estado = estado::bien;
+    } else if (Sitio menor; arbol.antesDe(buscada, menor)) {
+        sitio = menor;
+        respuesta.estado = hay ? estado::entre : estado::despues;
+    } else if (hay) {
+        respuesta.estado = estado::antes;
+    }
+    return respuesta;
+}
+
+MotorIndexados::Respuesta MotorIndexados::vecina(Arbol& arbol, unsigned ancho) const {
+    Respuesta respuesta;
+    Clave buscada;
+    const bool encima = orden_.verbo == Verbo::encima;
+    const bool larga = !cabe(orden_.valor, ancho);
+    buscada.poner(orden_.valor, ancho, encima || larga ? trasTodas : 0);
+    const bool hay = encima ? arbol.desde(buscada, Cota::superior, respuesta.sitio)
+                            : arbol.antesDe(buscada, respuesta.sitio);
+    if (hay) respuesta.estado = estado::bien;
+    return respuesta;
+}
+
+MotorIndexados::Respuesta MotorIndexados::mover(Arbol& arbol, const Mesa& mesa) const {
+    Respuesta respuesta;
+    bool hay = false;
+    if (orden_.verbo == Verbo::anterior) {
+        hay = mesa.situada && arbol.antesDe(mesa.sitio.clave, respuesta.sitio);
+    } else if (!mesa.situada) {
+        hay = arbol.primera(respuesta.sitio);
+    } else if (mesa.sitio.cabecera == mesa.archivo->cabecera().sello) {
+        respuesta.sitio = mesa.sitio;
+        hay = arbol.trasSitio(respuesta.sitio);
+    } else {
+        hay = arbol.desde(mesa.sitio.clave, Cota::superior, respuesta.sitio);
+    }
+    if (hay) respuesta.estado = estado::bien;
+    return respuesta;
+}
+
+std::int16_t MotorIndexados::insertar(std::int32_t& registro) {
+    ArchivoClaves& archivo = archivoDeOrden();
+    const auto& textos = orden_.textos;
+    const unsigned ancho = archivo.ancho();
+    if (textos.size() != archivo.cabecera().claves) return estado::malo;
+    if (!std::all_of(textos.begin(), textos.end(), [&](auto texto) { return cabe(texto, ancho); })) {
+        return estado::malo;
+    }
+    escribir(archivo, [&](Escritura& escritura) {
+        Cabecera& cabecera = escritura.cabecera();
+        if (cabecera.contador >= mayorRegistro) throw ErrorMotor("the table has given all record numbers");
+        const std::uint32_t numero = ++cabecera.contador;
+        escritura.prever(paginasPrevistas(cabecera));
+        Clave clave;
+        for (unsigned i = 0; i < textos.size(); ++i) {
+            clave.poner(textos[i], ancho, numero);
+            EdicionArbol(escritura, i + 1).insertar(clave);
+        }
+        escritura.confirmar();
+        registro = static_cast<std::int32_t>(numero);
+    });
+    return estado::bien;
+}
+
+std::int16_t MotorIndexados::borrar() {
+    ArchivoClaves& archivo = archivoDeOrden();
+    const auto& textos = orden_.textos;
+    const unsigned ancho = archivo.ancho();
+    if (textos.size() != archivo.cabecera().claves) return estado::malo;
+    return escribir(archivo, [&](Escritura& escritura) {
+        escritura.prever(paginasPrevistas(escritura.cabecera()));
+        unsigned quitadas = 0;
+        Clave clave;
+        for (unsigned i = 0; i < textos.size(); ++i) {
+            if (!cabe(textos[i], ancho)) continue;
+            clave.poner(textos[i], ancho, orden_.registro);
+            if (EdicionArbol(escritura, i + 1).quitar(clave)) ++quitadas;
+        }
+        if (quitadas > 0) escritura.confirmar();
+        return quitadas == textos.size() ? estado::bien : estado::noHay;
+    });
+}
+
+// All of it or nothing: one old entry that is not there leaves every key as it was.
+std::int16_t MotorIndexados::cambiar() {
+    ArchivoClaves& archivo = archivoDeOrden();
+    const unsigned ancho = archivo.ancho();
+    for (const Orden::Cambio& cambio : orden_.cambios) {
+        if (cambio.clave > archivo.cabecera().claves || !cabe(cambio.nuevo, ancho)) return estado::malo;
+    }
+    return escribir(archivo, [&](Escritura& escritura) {
+        for (const Orden::Cambio& cambio : orden_.cambios) {
+            Clave clave;
+            clave.poner(cambio.antiguo, ancho, orden_.registro);
+            if (!cabe(cambio.antiguo, ancho)) return estado::noHay;
+            EdicionArbol edicion(escritura, cambio.clave);
+            if (!edicion.quitar(clave)) return estado::noHay;
+            clave.poner(cambio.nuevo, ancho, orden_.registro);
+            edicion.insertar(clave);
+        }
+        escritura.confirmar();
+        return estado::bien;
+    });
+}
+
+std::int16_t MotorIndexados::vaciar() {
+    escribir(archivoDeOrden(), [](Escritura& escritura) {
+        escritura.liberarTodo();
+        escritura.confirmar();
+    });
+    return estado::bien;
+}
+
+std::uint32_t MotorIndexados::ultimoRegistro(unsigned tabla) {
+    ArchivoClaves& archivo = *mesas_[tabla].archivo;
+    return archivo.leer([&] { return archivo.cabecera().contador; });
+}
+
+}  // namespace tarvoline::motor
