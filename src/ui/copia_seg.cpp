@@ -10,6 +10,7 @@
 #include "ui/panel_transferencia.h"
 #include "ui/rejilla.h"
 #include "ui/texto_qt.h"
+#include "workflows/listados.h"
 #include "workflows/panel.h"
 
 namespace tarvoline::ui {
@@ -79,6 +80,16 @@ void CopiaSeg::ejecutar(const std::function<void()>& paso) {
     }
 }
 
+void CopiaSeg::pedir(std::function<void()> paso) {
+    auto& listados = ventana_.flujos().listados();
+    if (listados.midiendoTamanos()) {
+        listados.dejarDeMedir();
+        pendiente_ = std::move(paso);
+        return;
+    }
+    ejecutar(paso);
+}
+
 void CopiaSeg::trasTrabajo() {
     if (fin_ || cerrada_) {
         close();
@@ -88,6 +99,9 @@ void CopiaSeg::trasTrabajo() {
     // A choice that was refused goes back to what holds.
     pintar(core::Parte::opcion);
     pintar(core::Parte::carpetas);
+    if (const auto paso = std::exchange(pendiente_, nullptr)) {
+        ejecutar(paso);
+    }
 }
 
 void CopiaSeg::pintarTodo() {

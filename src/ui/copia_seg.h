@@ -46,12 +46,15 @@ class CopiaSeg : public QMainWindow {
     void crearLista();
     void crearPie();
     void conectar();
-    void conectarRejilla();
+    void conectarLista();
     void conectarMenus();
     void ordenarFocos();
 
     // Every slot runs its work in here: no exception may cross the toolkit's event loop.
     void ejecutar(const std::function<void()>& paso);
+    // The same for what starts a workflow: the sizes of a long list give way to it, and it runs when they
+    // have.
+    void pedir(std::function<void()> paso);
     void trasTrabajo();
     void pintar(core::Parte parte);
     void pintarTodo();
@@ -79,6 +82,7 @@ class CopiaSeg : public QMainWindow {
 
     QEventLoop bucle_;
     QPointer<QWidget> focoAntesDelBloqueo_;
+    std::function<void()> pendiente_;  // asked for while the sizes were being read
     std::optional<core::FinDePrograma> fin_;
     int profundidad_ = 0;  // slots at work, one inside the turn of another
     bool cerrada_ = false;

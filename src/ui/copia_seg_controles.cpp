@@ -100,58 +100,66 @@ void CopiaSeg::crearPie() {
 }
 
 void CopiaSeg::conectar() {
-    const auto boton = [this](int numero) { ejecutar([&] { ventana_.ButtonClick(numero); }); };
+    const auto boton = [this](int numero) { pedir([=, this] { ventana_.ButtonClick(numero); }); };
     connect(Toolbar2_, &BarraHerramientas::botonPulsado, this, boton);
     connect(transferencia_, &PanelTransferencia::detenerPedido, this,
-            [boton] { boton(workflows::boton::detener); });
+            [this] { ejecutar([this] { ventana_.ButtonClick(workflows::boton::detener); }); });
     connect(Toolbar2_, &BarraHerramientas::vistaElegida, this,
-            [this](int entrada) { ejecutar([&] { ventana_.elegirVista(entrada); }); });
-    connect(lateral_, &PanelLateral::opcionElegida, this,
-            [this](int indice) { ejecutar([&] { ventana_.flujos().listados().Option1_Click(indice); }); });
-    connect(lateral_, &PanelLateral::carpetaElegida, this,
-            [this](int indice) { ejecutar([&] { ventana_.flujos().listados().carpetas_Click(indice); }); });
+            [this](int entrada) { pedir([=, this] { ventana_.elegirVista(entrada); }); });
+    const auto opcion = [this](int indice) {
+        pedir([=, this] { ventana_.flujos().listados().Option1_Click(indice); });
+    };
+    connect(lateral_, &PanelLateral::opcionElegida, this, opcion);
+    connect(menus_, &Menus::opcionElegida, this, opcion);
+    connect(lateral_, &PanelLateral::carpetaElegida, this, [this](int indice) {
+        pedir([=, this] { ventana_.flujos().listados().carpetas_Click(indice); });
+    });
     connect(lateral_, &PanelLateral::imagenPulsada, this, [this](int indice) {
         lateral_->normalizar();
-        ejecutar([&] { ventana_.Picture2_Click(static_cast<workflows::Imagen>(indice)); });
+        pedir([=, this] { ventana_.Picture2_Click(static_cast<workflows::Imagen>(indice)); });
     });
-    const auto informe = [this] { ejecutar([this] { ventana_.Imgcapacidad_Click(); }); };
+    const auto informe = [this] { pedir([this] { ventana_.Imgcapacidad_Click(); }); };
     connect(&lateral_->almacen(), &PanelAlmacen::informePedido, this, informe);
     connect(menus_, &Menus::informePedido, this, informe);
-    connect(Label4_, &QLabel::linkActivated, this, [this] { ejecutar([this] { ventana_.Label4_Click(); }); });
-    connect(Label6_, &QLabel::linkActivated, this, [this] { ejecutar([this] { ventana_.Label6_Click(); }); });
-    connect(List1_, &QListView::clicked, this, [this](const QModelIndex& lugar) {
-        ejecutar([&] { ventana_.flujos().descargas().List1_Click(lugar.row()); });
-    });
-    conectarRejilla();
+    const auto pagina = [this] { ejecutar([this] { ventana_.Label4_Click(); }); };
+    connect(Label4_, &QLabel::linkActivated, this, pagina);
+    connect(menus_, &Menus::paginaPedida, this, pagina);
+    connect(Label6_, &QLabel::linkActivated, this, [this] { pedir([this] { ventana_.Label6_Click(); }); });
+    conectarLista();
     conectarMenus();
 }
 
-void CopiaSeg::conectarRejilla() {
-    connect(fx1_, &Rejilla::teclaPulsada, this,
-            [this](int tecla) { ejecutar([&] { ventana_.flujos().lista().fx1_KeyDown(tecla); }); });
+void CopiaSeg::conectarLista() {
+    connect(fx1_, &Rejilla::teclaPulsada, this, [this](int tecla) {
+        const auto pulsar = [=, this] { ventana_.flujos().lista().fx1_KeyDown(tecla); };
+        // A key that deletes nothing is no reason to give up the sizes.
+        tecla == workflows::teclaSuprimir ? pedir(pulsar) : ejecutar(pulsar);
+    });
     connect(fx1_, &Rejilla::abrirPedido, this,
-            [this] { ejecutar([this] { ventana_.flujos().descargas().fx1_DblClick(); }); });
+            [this] { pedir([this] { ventana_.flujos().descargas().fx1_DblClick(); }); });
     connect(fx1_, &Rejilla::menuPedido, this, [this](QPoint lugar) { menus_->edicion().popup(lugar); });
-    connect(fx1_, &Rejilla::ordenPedido, this,
-            [this](int indice) { ejecutar([&] { ventana_.flujos().lista().Ordenar_Click(indice); }); });
+    connect(List1_, &QListView::clicked, this, [this](const QModelIndex& lugar) {
+        const int indice = lugar.row();
+        pedir([=, this] { ventana_.flujos().descargas().List1_Click(indice); });
+    });
+    const auto ordenar = [this](int indice) {
+        ejecutar([=, this] { ventana_.flujos().lista().Ordenar_Click(indice); });
+    };
+    connect(fx1_, &Rejilla::ordenPedido, this, ordenar);
+    connect(menus_, &Menus::ordenPedido, this, ordenar);
 }
 
 void CopiaSeg::conectarMenus() {
-    connect(menus_, &Menus::ordenPedido, this,
-            [this](int indice) { ejecutar([&] { ventana_.flujos().lista().Ordenar_Click(indice); }); });
-    connect(menus_, &Menus::opcionElegida, this,
-            [this](int indice) { ejecutar([&] { ventana_.flujos().listados().Option1_Click(indice); }); });
     connect(menus_, &Menus::botonPulsado, this,
-            [this](int numero) { ejecutar([&] { ventana_.ButtonClick(numero, 1); }); });
+            [this](int numero) { pedir([=, this] { ventana_.ButtonClick(numero, 1); }); });
     connect(menus_, &Menus::buscarPedido, buscador_, &Buscador::abrir);
     connect(menus_, &Menus::buscarSiguientePedido, buscador_, [this] { buscador_->buscar(1); });
     connect(menus_, &Menus::refrescarPedido, this, [this] {
-        ejecutar([this] {
+        pedir([this] {
             auto& flujos = ventana_.flujos();
             flujos.panel().entrada([&] { flujos.listados().RefrescarVista(); });
         });
     });
-    connect(menus_, &Menus::paginaPedida, this, [this] { ejecutar([this] { ventana_.Label4_Click(); }); });
     connect(menus_, &Menus::salirPedido, this, &CopiaSeg::close);
 }
 

@@ -37,6 +37,7 @@ PanelTransferencia::PanelTransferencia(const core::Vista& vista, const Palabras&
       Progreso_(new EtiquetaCorta("Progreso", this)),
       marcha_(new EtiquetaCorta("marcha", this)),
       ImgStop_(new QToolButton(this)),
+      escape_(new QShortcut(Qt::Key_Escape, this)),
       Gauge1_(new Medidor(this)) {
     setObjectName("Picture3");
     setFrameShape(StyledPanel);
@@ -51,6 +52,9 @@ PanelTransferencia::PanelTransferencia(const core::Vista& vista, const Palabras&
     reloj_.setInterval(1000);
     connect(&reloj_, &QTimer::timeout, this, &PanelTransferencia::pintarTransferencia);
     connect(ImgStop_, &QToolButton::clicked, this, &PanelTransferencia::detenerPedido);
+    // On its own, not the button's: that one would first show itself pressed for a while.
+    connect(escape_, &QShortcut::activated, this, &PanelTransferencia::detenerPedido);
+    escape_->setEnabled(false);
 }
 
 void PanelTransferencia::crearImagenes() {
@@ -76,7 +80,6 @@ void PanelTransferencia::crearImagenes() {
         palabras_("Parar Subida/Bajada de documentos", "Stop sending or fetching documents"));
     ImgStop_->setAccessibleName(ImgStop_->text());
     ImgStop_->setAccessibleDescription(ImgStop_->toolTip());
-    ImgStop_->setShortcut(Qt::Key_Escape);
     ImgStop_->setFocusPolicy(Qt::StrongFocus);
     conservarSitio(ImgStop_);
     ImgStop_->hide();
@@ -131,6 +134,7 @@ void PanelTransferencia::pintarPanel() {
         Imgproceso_[i]->setVisible(vista_.panel == static_cast<int>(i));
     }
     ImgStop_->setVisible(vista_.panel != sinPanel);
+    escape_->setEnabled(vista_.panel != sinPanel);
 }
 
 void PanelTransferencia::pintarMedidor() {

@@ -3,6 +3,7 @@
 
 #include <QFrame>
 #include <QLabel>
+#include <QShortcut>
 #include <QTimer>
 #include <QToolButton>
 #include <array>
@@ -46,6 +47,7 @@ class PanelTransferencia : public QFrame {
     EtiquetaCorta* marcha_;  // speed and time left, or how long the service has kept us waiting
     std::array<QLabel*, 3> Imgproceso_{};
     QToolButton* ImgStop_;
+    QShortcut* escape_;
     Medidor* Gauge1_;
     QTimer reloj_;  // the waiting time goes on while nothing else changes
 };
