@@ -5,22 +5,27 @@
 #include <QDBusVariant>
 #include <QLibraryInfo>
 #include <QPalette>
+#include <QScopeGuard>
 #include <QTranslator>
 
 #include "ui/iconos.h"
+#include "ui/integracion.h"
 
 namespace tarvoline::ui {
 
 namespace {
 
 constexpr int esperaEscritorio = 300;  // ms: a desktop that does not answer costs no more than this
-constexpr uint prefiereOscuro = 1;     // "color-scheme" of the freedesktop settings portal
+constexpr auto nombreConexion = "tarvoline-apariencia";
+constexpr uint prefiereOscuro = 1;  // "color-scheme" of the freedesktop settings portal
 
 bool escritorioPrefiereOscuro() {
-    auto bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) {
+    const auto direccion = DireccionesBus::delEntorno().sesion;
+    if (direccion.isEmpty()) {
         return false;
     }
+    auto bus = QDBusConnection::connectToBus(direccion, nombreConexion);
+    const auto soltar = qScopeGuard([] { QDBusConnection::disconnectFromBus(nombreConexion); });
     auto pregunta =
         QDBusMessage::createMethodCall("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
                                        "org.freedesktop.portal.Settings", "Read");

@@ -5,6 +5,7 @@
 #include <QLabel>
 
 #include "ui/barra_herramientas.h"
+#include "ui/integracion.h"
 #include "ui/menus.h"
 #include "ui/panel_lateral.h"
 #include "ui/panel_transferencia.h"
@@ -25,7 +26,11 @@ CopiaSeg::CopiaSeg(workflows::VentanaPrincipal& ventana, std::function<void()> a
     construir();
     conectar();
     pintarTodo();
-    vista_.alCambiar = [this](core::Parte parte) { pintar(parte); };
+    integracion_ = std::make_unique<Integracion>(vista_, *this, palabras_);
+    vista_.alCambiar = [this](core::Parte parte) {
+        pintar(parte);
+        integracion_->alCambiar(parte);
+    };
 }
 
 CopiaSeg::~CopiaSeg() {

@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QStringListModel>
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include "core/entorno.h"
@@ -18,6 +19,7 @@ namespace tarvoline::ui {
 
 class BarraHerramientas;
 class Buscador;
+class Integracion;
 class Menus;
 class PanelLateral;
 class PanelTransferencia;
@@ -79,6 +81,8 @@ class CopiaSeg : public QMainWindow {
     QLabel* Label4_ = nullptr;
     QLabel* Label6_ = nullptr;
     QLabel* versionlb_ = nullptr;
+
+    std::unique_ptr<Integracion> integracion_;  // what the desktop around the window is told
 
     QEventLoop bucle_;
     QPointer<QWidget> focoAntesDelBloqueo_;
