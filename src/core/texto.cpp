@@ -160,4 +160,19 @@ std::string conCeros(std::int64_t numero, int digitos) {
     return cifras;
 }
 
+std::string codificarUrl(std::string_view utf8) {
+    constexpr std::string_view hexadecimal = "0123456789ABCDEF";
+    constexpr std::string_view libres = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
+    std::string resultado;
+    for (const char c : utf8) {
+        if (libres.find(c) != std::string_view::npos) {
+            resultado += c;
+        } else {
+            const auto byte = static_cast<unsigned char>(c);
+            resultado += {'%', hexadecimal[byte >> 4U], hexadecimal[byte & 0xFU]};
+        }
+    }
+    return resultado;
+}
+
 }  // namespace tarvoline::core

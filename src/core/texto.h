@@ -64,5 +64,7 @@ double Val(std::string_view texto);
 std::int32_t ValEntero(std::string_view texto);
 // A number in `digitos` or more decimal digits, filled with zeros behind its sign.
 std::string conCeros(std::int64_t numero, int digitos);
+// Every byte but the unreserved ones of RFC 3986 as "%" and two hexadecimal digits.
+std::string codificarUrl(std::string_view utf8);
 
 }  // namespace tarvoline::core

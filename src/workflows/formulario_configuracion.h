@@ -41,11 +41,13 @@ class FormularioConfiguracion : public Flujo {
     void Toolbar1_ButtonClick(int numero, int elegida);
     // No action.
     void TarvolineActivarCopiasTodas() {}
-    // Command2(0) saves, any other does not. The company is closed.
+    // Command2(0) saves, any other does not; the company is closed. What could not be written is thrown
+    // (link::ErrorEnlace, platform::ErrorArchivo) with the company still open, so that nothing typed is lost.
     void Salir(bool grabar);
 
   private:
     void GrabarConfigTarvoline();
+    void grabarCarpetas();
 
     std::unique_ptr<link::Enlace> Enlace_;
     bool Modificado = false;

@@ -2,6 +2,7 @@
 // The window paints core::Vista and calls in here; the rules of its controls live here alone.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -14,10 +15,10 @@ namespace tarvoline::workflows {
 namespace boton {
 inline constexpr int nuevoUsuario = 0;
 inline constexpr int configuracion = 12;
-inline constexpr int detener = 21;  // ImgStop
-inline constexpr int calcularEspacio = 35;
+inline constexpr int detener = 21;          // ImgStop
+inline constexpr int calcularEspacio = 35;  // on no toolbar
 inline constexpr int soporte = 65;
-inline constexpr int vaciarTemporal = 78;
+inline constexpr int vaciarTemporal = 78;  // on no toolbar
 inline constexpr int asistenciaRemota = 79;
 inline constexpr int calidad = 94;
 inline constexpr int online = 97;
@@ -52,19 +53,21 @@ class VentanaPrincipal : public Flujo {
     // `ventanas` is borrowed.
     VentanaPrincipal(Flujos& flujos, Ventanas& ventanas) : Flujo(flujos), ventanas_(ventanas) {}
 
-    // The load step, at the window's creation. Throws core::FinDePrograma when the protection check fails.
+    // The load step, at the window's creation. While Estado::gEnReposo is up it ends behind the version.
+    // Throws core::FinDePrograma when the active company's protection check fails.
     void cargar();
     // The activation step: at the first show, and after one of the other windows has closed. Never inside
-    // itself.
+    // itself. What fails in it is shown, and the rest of it still runs.
     void activar();
 
     // A button of Toolbar2, by its number, behind its gates; or one of the numbers that stand on no button.
-    // `argumento` counts for calcularEspacio alone.
+    // While a workflow runs, only the Stop passes. `argumento` counts for calcularEspacio alone.
     void ButtonClick(int numero, int argumento = 0);
-    // An image button, and the plain button of the same command.
+    // An image button, and the plain button of the same command. They have no gates of their own.
     void Picture2_Click(Imagen imagen);
     // An entry of the view selector (core::nombresVista, from 0).
     void elegirVista(int entrada);
+    void CalcularEspacio_Click() {}  // the button answers; the total is behind Imgcapacidad
     void Imgcapacidad_Click();
     void Label4_Click();  // the maker's page
     void Label6_Click();  // the terms
@@ -75,8 +78,37 @@ class VentanaPrincipal : public Flujo {
     Flujos& flujos() { return flujos_; }
 
   private:
+    void comprobarProteccion();
+    void ponerRotulosCarga();
+    void ponerRotulosActivacion();
+    void ponerRotulosMenu();
+    void ponerBarra();
+    void medirYTitular();
+    void primeraActivacion();
+    void revisarTerminos();
+    void mostrarTerminos();
+
+    bool pasaPuertas(int numero);
+    bool ejecutarOrden(int numero, int argumento);
+    void ejecutarPagina(int numero);
+    void trasOrden(int numero);
+    void configurar();
+    bool claveDeConfiguracionCorrecta();
+    bool confirmarRestauracion();
+    void eliminarSeleccion();
+    void pedirSoporte();
+    // The maker's request form: code, subject, three empty texts, account code, text.
+    void SolicitudAsistencia(std::string_view codigo, std::string_view asunto, std::string_view texto1,
+                             std::string_view texto2, std::string_view texto3, std::string_view cuenta,
+                             std::string_view texto);
+    // Runs a step outside an entry; a failure is shown and ends the step alone.
+    bool mostrandoErrores(const std::function<void()>& paso);
+    void avisar(std::string texto, core::Icono icono);
+    void traza(std::string_view paso, int numero);
+
     Ventanas& ventanas_;
     bool PrimeraCarga = false;
+    bool idiomaComprobado_ = false;
     bool activando_ = false;
 };
 
