@@ -71,7 +71,9 @@ std::optional<int> ejecutar(int, char** argv, const std::string& ordenes) {
     const auto registro = core::crearRegistro(*archivos, carpeta);
     EscritorioQt escritorio;
     workflows::Montaje montaje(escritorio, *registro);
-    if (core::idiomaEspanol(montaje.entorno())) {
+    const bool espanol = core::idiomaEspanol(montaje.entorno());
+    escritorio.ponerPalabras(Palabras(espanol));
+    if (espanol) {
         hablarEspanol(aplicacion);
     }
     CaminosQt caminos(montaje, escritorio);
