@@ -44,7 +44,7 @@ double luminancia(const QColor& color) {
 }
 
 double contraste(const QColor& uno, const QColor& otro) {
-    const auto [oscuro, claro] = std::minmax(luminancia(uno), luminancia(otro));
+    const auto [oscuro, claro] = std::minmax({luminancia(uno), luminancia(otro)});
     return (claro + 0.05) / (oscuro + 0.05);
 }
 
