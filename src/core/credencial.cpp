@@ -25,7 +25,7 @@ Par cifrar(int valor, int relleno, int posicion) {
     int suma = relleno + valor + posicion;
     while (suma >= topeSuma) {
         if (relleno == 0) {
-            throw std::overflow_error("CodificarClave: text too long");
+            throw std::overflow_error("Desbordamiento: la clave es demasiado larga");
         }
         --relleno;
         --suma;

@@ -24,7 +24,6 @@ TEST(EscritorioDesatendido, LasCajasVanAlRegistroConSuGravedad) {
 TEST(EscritorioDesatendido, TodoLoQuePreguntaQuedaNegadoYAnotado) {
     RegistroGuardado registro;
     core::EscritorioDesatendido escritorio(registro);
-    EXPECT_FALSE(escritorio.hayPersona());
     EXPECT_FALSE(escritorio.Preguntar({"¿seguro?", core::Icono::pregunta, ""}, true));
     EXPECT_FALSE(escritorio.Confirmar({"¿reintentar?", core::Icono::ninguno, ""}));
     EXPECT_EQ(escritorio.Pedir({"Tarvoline", "Clave", true, 4}), std::nullopt);
@@ -34,7 +33,6 @@ TEST(EscritorioDesatendido, TodoLoQuePreguntaQuedaNegadoYAnotado) {
     EXPECT_EQ(escritorio.GuardarComo({"Guardar", {}, "", "b.zip"}), std::nullopt);
     EXPECT_EQ(escritorio.ElegirCarpeta("Carpeta"), std::nullopt);
     escritorio.Abrir("manual.pdf");
-    escritorio.Puntero(true);
     for (const auto* trozo : {"¿seguro? [No]", "¿reintentar?", "Tarvoline: Clave", "Usuario", "a.qzt",
                               "b.zip", "Carpeta", "manual.pdf"}) {
         EXPECT_TRUE(registro.dice(trozo)) << trozo;
