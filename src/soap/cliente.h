@@ -19,7 +19,7 @@ struct ServicioWsdl;
 struct OpcionesTransporte {
     std::size_t respuestaMaxima = std::size_t{16} * 1024 * 1024;  // bytes; a larger reply is an error
     long segundosConexion = 30;                                   // to connect; a call itself has no time-out
-    std::string certificados;  // CA bundle in place of the system's; "" = the system's
+    std::string certificados{};  // CA bundle in place of the system's; "" = the system's
 };
 
 // What all clients of a program share: one kept-alive connection and the parsed WSDLs by address. One thread

@@ -13,7 +13,6 @@ namespace {
 
 using pruebas::ServicioGuion;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 constexpr std::int32_t c = longitudPieza;
 
@@ -69,84 +68,76 @@ class Piezas : public ::testing::Test {
     std::vector<std::int32_t> anotadas, avances;
 };
 
-TEST_F(Piezas, LasDeCadaLongitud) {
+TEST_F(Piezas, LasDeCadaLongitudDesdeCadaPosicion) {
     struct Caso {
         std::int32_t longitud;
+        std::int32_t desde;
         std::vector<std::string> piezas;
+        std::vector<std::int32_t> anotadas;  // before each piece; none for a short file
+        bool falla = false;                  // what is left is shorter than the piece that must follow
     };
     for (const auto& caso : std::vector<Caso>{
-             {0, {"1+1"}},
-             {1, {"1+2"}},
-             {c - 1, {"1+262144"}},
-             {c + 1, {"1+262145"}},
-             {c + 2, {"1+262145", "262145+2"}},
-             {2 * c, {"1+262145", "262145+262144"}},
-             {2 * c + 1, {"1+262145", "262145+262145"}},
-             {2 * c + 9, {"1+262145", "262145+262145", "524289+9"}},
+             {0, 1, {"1+1"}, {}},
+             {1, 1, {"1+2"}, {}},
+             {c - 1, 1, {"1+262144"}, {}},
+             {c, 1, {"1+262145"}, {1}, true},
+             {c + 1, 1, {"1+262145"}, {1}},
+             {c + 2, 1, {"1+262145", "262145+2"}, {1, 1 + c}},
+             {2 * c, 1, {"1+262145", "262145+262144"}, {1, 1 + c}},
+             {2 * c + 1, 1, {"1+262145", "262145+262145"}, {1, 1 + c}},
+             {2 * c + 9, 1, {"1+262145", "262145+262145", "524289+9"}, {1, 1 + c, 1 + 2 * c}},
+             {3 * c + 5,
+              1 + c,
+              {"262145+262145", "524289+262145", "786433+5"},
+              {1 + c, 1 + 2 * c, 1 + 3 * c}},
+             {2 * c + 9, 1 + 2 * c, {"524289+262145"}, {1 + 2 * c}, true},
          }) {
+        SCOPED_TRACE(std::to_string(caso.longitud) + " from " + std::to_string(caso.desde));
         const auto contenido = pruebas::contenidoDePrueba(static_cast<std::size_t>(caso.longitud));
         servicio.olvidar();
+        anotadas.clear();
+        avances.clear();
         resultado = {};
-        enviar(contenido);
-        EXPECT_EQ(piezas(contenido), caso.piezas) << caso.longitud;
-        EXPECT_TRUE(resultado.completo) << caso.longitud;
-        EXPECT_EQ(resultado.piezas, static_cast<int>(caso.piezas.size()));
+        if (caso.falla) {
+            EXPECT_THROW(enviar(contenido, caso.desde), std::length_error);
+        } else {
+            enviar(contenido, caso.desde);
+            EXPECT_EQ(resultado.piezas, static_cast<int>(caso.piezas.size()));
+            // All positions but the first are told as progress too.
+            EXPECT_TRUE(anotadas.empty() ||
+                        avances == std::vector<std::int32_t>(anotadas.begin() + 1, anotadas.end()));
+        }
+        EXPECT_EQ(resultado.completo, !caso.falla);
+        EXPECT_EQ(piezas(contenido), caso.piezas);
+        EXPECT_EQ(anotadas, caso.anotadas);
     }
 }
 
-TEST_F(Piezas, LaPosicionSeAnotaAntesDeCadaPieza) {
-    enviar(pruebas::contenidoDePrueba(2 * c + 9));
-    EXPECT_THAT(anotadas, ElementsAre(1, 1 + c, 1 + 2 * c));
-    EXPECT_THAT(avances, ElementsAre(1 + c, 1 + 2 * c));
-    anotadas.clear();
-    enviar("pequeño");
-    EXPECT_THAT(anotadas, IsEmpty());
-}
-
-TEST_F(Piezas, ElArchivoDeExactamenteUnPasoTerminaEnError) {
-    const auto contenido = pruebas::contenidoDePrueba(c);
-    EXPECT_THROW(enviar(contenido), std::length_error);
-    EXPECT_THAT(piezas(contenido), ElementsAre("1+262145"));
-    EXPECT_THAT(anotadas, ElementsAre(1)) << "the position that cannot be sent is not recorded";
-    EXPECT_FALSE(resultado.completo);
-}
-
-TEST_F(Piezas, SeguirEnMitadDelArchivo) {
-    const auto contenido = pruebas::contenidoDePrueba(3 * c + 5);
-    enviar(contenido, 1 + c);
-    EXPECT_THAT(piezas(contenido), ElementsAre("262145+262145", "524289+262145", "786433+5"));
-}
-
-TEST_F(Piezas, SeguirEnLaUltimaPiezaTerminaEnError) {
-    const auto contenido = pruebas::contenidoDePrueba(2 * c + 9);
-    EXPECT_THROW(enviar(contenido, 1 + 2 * c), std::length_error);
-    EXPECT_THAT(piezas(contenido), ElementsAre("524289+262145")) << "one piece filled up with zeros";
-    EXPECT_THAT(anotadas, ElementsAre(1 + 2 * c));
-}
-
-TEST_F(Piezas, UnRechazoTerminaElEnvio) {
+TEST_F(Piezas, LoQueCortaElEnvio) {
+    const auto contenido = pruebas::contenidoDePrueba(4 * c);
     servicio.responder("Backup",
                        [n = 0](ServicioGuion::Argumentos&) mutable { return ++n == 2 ? "ERROR:lleno" : ""; });
-    enviar(pruebas::contenidoDePrueba(4 * c));
+    enviar(contenido);
     EXPECT_EQ(resultado.respuesta, "ERROR:lleno");
     EXPECT_EQ(resultado.piezas, 2);
     EXPECT_FALSE(resultado.completo);
     EXPECT_FALSE(resultado.detenido);
-}
 
-TEST_F(Piezas, DetenerAntesDeLaSiguiente) {
+    servicio.olvidar();
+    resultado = {};
+    servicio.cortar("Backup", 2);
+    EXPECT_THROW(enviar(contenido), soap::ErrorServicio);
+    EXPECT_EQ(resultado.piezas, 2);
+    EXPECT_EQ(servicio.llamadas("Backup").size(), 2U) << "no piece is sent twice";
+
+    servicio.olvidar();
+    resultado = {};
+    anotadas.clear();
     avisos.detener = [&] { return resultado.piezas == 2; };
-    enviar(pruebas::contenidoDePrueba(4 * c));
+    enviar(contenido);
     EXPECT_TRUE(resultado.detenido);
     EXPECT_EQ(servicio.llamadas("Backup").size(), 2U);
     EXPECT_THAT(anotadas, ElementsAre(1, 1 + c));
-}
-
-TEST_F(Piezas, LaCuentaQuedaTrasUnError) {
-    servicio.cortar("Backup", 2);
-    EXPECT_THROW(enviar(pruebas::contenidoDePrueba(4 * c)), soap::ErrorServicio);
-    EXPECT_EQ(resultado.piezas, 2);
-    EXPECT_EQ(servicio.llamadas("Backup").size(), 2U) << "no piece is sent twice";
 }
 
 TEST_F(Piezas, ElArchivoQueCrecioOMenguoSeEnviaConSuPrimeraLongitud) {
@@ -170,10 +161,8 @@ TEST_F(Piezas, BajarCadaLongitud) {
         EXPECT_EQ(carpeta.leer("bajado.bin"), contenido) << longitud;
         EXPECT_EQ(resultado.piezas, std::max(1, (longitud + c - 1) / c)) << longitud;
     }
-}
-
-TEST_F(Piezas, UnaPiezaCortaNoEsUnArchivoCompleto) {
-    EXPECT_FALSE(recibir(pruebas::contenidoDePrueba(c + 5), 2 * c));
+    resultado = {};
+    EXPECT_FALSE(recibir(pruebas::contenidoDePrueba(c + 5), 2 * c)) << "the last piece came short";
     EXPECT_EQ(resultado.piezas, 2);
     EXPECT_EQ(resultado.respuesta, "");
 }

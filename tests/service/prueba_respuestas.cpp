@@ -12,21 +12,16 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 TEST(Respuestas, CodigoDeCuenta) {
-    struct Caso {
-        const char* respuesta;
-        const char* codigo;
-    };
-    for (const auto& caso : {
-             Caso{"1-maria-ABC12-Nombre", "ABC12"},
-             Caso{"1-maria- ABC12 ", "ABC12"},
-             Caso{"1-maria--x|2-luis-DEF|3-eva-GHI", "DEF"},
-             Caso{" |1-maria-ABC", "ABC"},
-             Caso{"1-maria-|2-luis-", ""},
-             Caso{"|", ""},
-             Caso{"", ""},
-             Caso{"maria", ""},
-         }) {
-        EXPECT_EQ(codigoDeDatosUsuario(caso.respuesta), caso.codigo) << caso.respuesta;
+    for (const auto& [respuesta, codigo] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"1-maria-ABC12-Nombre", "ABC12"},
+             {"1-maria- ABC12 ", "ABC12"},
+             {"1-maria--x|2-luis-DEF|3-eva-GHI", "DEF"},
+             {" |1-maria-ABC", "ABC"},
+             {"1-maria-|2-luis-", ""},
+             {"|", ""},
+             {"", ""},
+             {"maria", ""}}) {
+        EXPECT_EQ(codigoDeDatosUsuario(respuesta), codigo) << respuesta;
     }
 }
 
