@@ -4,10 +4,11 @@
 paquetes_construir=(g++ cmake ninja-build pkg-config
   libzip-dev libdeflate-dev zlib1g-dev libpugixml-dev libcurl4-openssl-dev libcpp-httplib-dev libssl-dev
   libsqlite3-dev libcli11-dev libspdlog-dev nlohmann-json3-dev ca-certificates
-  qt6-base-dev libqt6svg6 qt6-svg-dev fonts-dejavu-core)
+  qt6-base-dev libqt6svg6 qt6-svg-dev qt6-translations-l10n fonts-dejavu-core)
+paquetes_pantalla=(xvfb xauth xdotool openbox imagemagick)  # the window where there is no display
 paquetes_probar=(googletest libgtest-dev libgmock-dev python3 unzip zip openssl procps
-  xvfb xauth xdotool openbox desktop-file-utils appstream dbus)
-paquetes_todo=(clang-14 clang-tidy-14 clang-format-14 libclang-rt-14-dev libbenchmark-dev pigz p7zip-full)
+  desktop-file-utils appstream dbus at-spi2-core gir1.2-atspi-2.0 python3-gi "${paquetes_pantalla[@]}")
+paquetes_todo=(clang-14 clang-tidy-14 clang-format-14 libclang-rt-14-dev libbenchmark-dev liblmdb-dev pigz p7zip-full)
 
 # instalar_paquetes NAME...: installs those that are not there, as root or through sudo.
 instalar_paquetes() {

@@ -212,8 +212,9 @@ void BorradorPagina::partir(BorradorPagina& derecha, bool alFinal, Clave& separa
     const VistaPagina v = vista();
     izquierda.vaciar(v.nivel(), v.clave());
     derecha.vaciar(v.nivel(), v.clave());
-    const unsigned total = v.entradas();
-    const unsigned mitad = (static_cast<unsigned>(bytesEncabezado) + v.finEntradas()) / 2;
+    const bool ultimoBloque = alFinal && v.bloques() > 1;
+    const unsigned corte = ultimoBloque ? v.inicioDe(v.bloques() - 1)
+                                        : (static_cast<unsigned>(bytesEncabezado) + v.finEntradas()) / 2;
     Clave clave;
     Clave ultimaIzquierda;
     unsigned vistas = 0;
@@ -223,8 +224,8 @@ void BorradorPagina::partir(BorradorPagina& derecha, bool alFinal, Clave& separa
         if (iniciaBloque) entrada.comun = 0;
         v.seguirClave(entrada, clave);
         const Hijo hijo = v.nivel() > 0 ? v.hijoEn(lugar) : Hijo{};
-        const bool aLaDerecha = alFinal ? vistas + 1 == total : lugar.posicion >= mitad;
-        if (vistas == 0 || !(aLaDerecha || derecha.vista().entradas() > 0)) {
+        const bool aLaDerecha = vistas > 0 && lugar.posicion >= corte;
+        if (!aLaDerecha && derecha.vista().entradas() == 0) {
             izquierda.anadir(clave, hijo, iniciaBloque);
             ultimaIzquierda = clave;
             continue;
@@ -233,7 +234,8 @@ void BorradorPagina::partir(BorradorPagina& derecha, bool alFinal, Clave& separa
         if (primeraDerecha) separador = clave;
         derecha.anadir(clave, hijo, iniciaBloque || primeraDerecha);
     }
-    if (derecha.vista().entradas() == 0) throw Danno("a page's entries do not fit each other");
+    const bool caben = izquierda.cabe() && derecha.cabe() && derecha.vista().entradas() > 0;
+    if (!caben) throw Danno("a page's entries do not fit each other");
     if (v.nivel() == 0) acortarSeparador(ultimaIzquierda, separador);
     std::memcpy(datos_.data(), izquierda.datos_.data(), izquierda.vista().usados());
 }

@@ -28,7 +28,7 @@ class BorradorPagina {
     // Appends the other page's entries, all of which lie behind these; what it is that its first entry means
     // in an inner page, `primera` says.
     void anadirPagina(const VistaPagina& otra, const Clave* primera);
-    // Moves the upper part to `derecha`: half of the bytes, or only the last entry when `alFinal`.
+    // Moves the upper part to `derecha`: half of the bytes, or only the last block when `alFinal`.
     // `separador` is then above all entries here and not above any there. Blocks stay what they are, so that
     // both parts fit whatever the keys.
     void partir(BorradorPagina& derecha, bool alFinal, Clave& separador);

@@ -1,0 +1,225 @@
+// Commands and statuses, one by one: what a person at the keyboard would try.
+#include "motor/diferencial.h"
+#include "motor/escritura.h"
+
+namespace tarvoline::pruebas {
+namespace {
+
+using motor::MotorIndexados;
+
+class Estados : public testing::Test {
+  protected:
+    int estado(const std::string& comando) { return mandar(motor_, comando).estado; }
+    std::string crear(const std::string& nombre, const std::string& medidas = " 12/ 2") {
+        return "/C/" + carpeta_.ruta(nombre) + "/" + medidas + "/A/ 2";
+    }
+    std::string abrir(const std::string& nombre) { return "/O/" + carpeta_.ruta(nombre) + "/ 2"; }
+
+    CarpetaPrueba carpeta_;
+    std::unique_ptr<platform::SistemaArchivos> archivos_ = platform::crearSistemaArchivos();
+    MotorIndexados motor_{*archivos_};
+};
+
+TEST_F(Estados, busquedaInexacta) {
+    ASSERT_EQ(estado(crear("A.QZC")), 0);
+    EXPECT_EQ(mandar(motor_, "F\\1\\2"), (Contestado{9, 0}));
+    for (const char* texto : {"4300001", "4300003", "4300003", "4300005"})
+        ASSERT_EQ(estado("I\\2\\" + std::string(texto) + "\\x"), 0);
+    const struct {
+        const char* comando;
+        Contestado debido;
+    } casos[] = {
+        {"S\\1\\2\\4300003", {0, 2}},
+        {"N\\2", {0, 3}},
+        {"S\\1\\2\\4300004", {12, 3}},
+        {"N\\2", {0, 4}},
+        {"S\\ 1\\ 2\\4300004", {12, 3}},
+        {"P\\ 2", {0, 2}},
+        {"S\\1\\2\\1", {13, 1}},
+        {"P\\2", {9, 0}},
+        {"S\\1\\2\\9", {15, 4}},
+        {"N\\2", {9, 0}},
+        {"P\\2", {0, 3}},
+        {"G\\1\\2\\430000", {0, 1}},
+        {"G\\1\\2\\4300003     ", {0, 2}},
+        {"S\\1\\2\\430000", {13, 1}},
+        {"A\\1\\999999\\2\\4300003   ", {0, 4}},
+        {"P\\2", {0, 3}},
+        {"E\\1\\0\\2\\4300003   ", {0, 1}},
+        {"A\\1\\999999\\2\\4300005", {9, 0}},
+        {"N\\2", {0, 2}},
+        {"E\\1\\0\\2\\4300001", {9, 0}},
+        {"S\\1\\2\\4300001 demasiado larga", {12, 1}},
+        {"F\\2\\2\\", {0, 1}},
+        {"L\\2\\2", {0, 4}},
+    };
+    for (const auto& caso : casos)
+        EXPECT_EQ(mandar(motor_, caso.comando), caso.debido) << caso.comando;
+}
+
+// The walk of an annulment: delete the row one stands on, go on to the next.
+TEST_F(Estados, laPosicionSobreviveAlBorrado) {
+    ASSERT_EQ(estado(crear("A.QZC")), 0);
+    for (int i = 0; i < 500; ++i)
+        ASSERT_EQ(estado("I\\2\\asiento\\" + std::to_string(i)), 0);
+    auto vista = mandar(motor_, "S\\1\\2\\asiento");
+    for (int i = 0; i < 500; ++i) {
+        ASSERT_EQ(vista, (Contestado{0, i + 1}));
+        ASSERT_EQ(estado("D\\ " + std::to_string(i + 1) + "\\Y\\ 2\\asiento\\" + std::to_string(i)), 0);
+        vista = mandar(motor_, "N\\2");
+    }
+    EXPECT_EQ(vista, (Contestado{9, 0}));
+    EXPECT_EQ(mandar(motor_, "I\\2\\asiento\\x"), (Contestado{0, 501}));
+    EXPECT_EQ(estado("M\\2"), 0);
+    EXPECT_EQ(mandar(motor_, "L\\1\\2"), (Contestado{9, 0}));
+    EXPECT_EQ(mandar(motor_, "I\\2\\asiento\\x"), (Contestado{0, 502}));
+}
+
+TEST_F(Estados, variasClavesDeUnRegistroEnUnaOrden) {
+    ASSERT_EQ(estado(crear("A.QZC")), 0);
+    ASSERT_EQ(estado("I\\2\\a\\b"), 0);
+    EXPECT_EQ(estado("R\\ 1\\ 1\\ 2\\a\\c\\2\\noesta\\d"), 9);
+    EXPECT_EQ(estado("S\\1\\2\\a"), 0);
+    EXPECT_EQ(estado("R\\ 1\\ 1\\ 2\\a\\c\\ 2\\b\\d"), 0);
+    EXPECT_EQ(estado("S\\1\\2\\c"), 0);
+    EXPECT_EQ(estado("S\\2\\2\\d"), 0);
+}
+
+TEST_F(Estados, barraEnUnValor) {
+    ASSERT_EQ(estado(crear("A.QZC", " 12/ 1")), 0);
+    ASSERT_EQ(estado("I\\2\\A\x1F"
+                     "12"),
+              0);
+    EXPECT_EQ(estado("S\\1\\2\\A\\12"), 0);
+}
+
+TEST_F(Estados, ordenesMalas) {
+    ASSERT_EQ(estado(crear("A.QZC")), 0);
+    for (const char* mala : {"",
+                             "K\\",
+                             "X\\1\\2",
+                             "S\\1\\2",
+                             "S\\3\\2\\x",
+                             "S\\0\\2\\x",
+                             "S\\1\\16\\x",
+                             "S\\1\\4\\x",
+                             "S\\  1\\2\\x",
+                             "S\\1x\\2\\x",
+                             "N",
+                             "N\\2\\",
+                             "N\\-1",
+                             "I\\2",
+                             "I\\2\\solo",
+                             "I\\2\\a\\b\\c",
+                             "I\\2\\demasiado larga\\b",
+                             "D\\1\\N\\2\\a\\b",
+                             "D\\1\\Y\\2\\a",
+                             "D\\99999999999\\Y\\2\\a\\b",
+                             "R\\1\\1\\2\\a",
+                             "R\\3\\1\\2\\a\\b",
+                             "R\\1\\1\\2\\a\\b\\2",
+                             "A\\1\\0\\2\\a",
+                             "E\\1\\999999\\2\\a",
+                             "/O/2",
+                             "/X/a/2",
+                             "/C/a/10/2/B/2",
+                             "/O//2"}) {
+        EXPECT_EQ(estado(mala), 1) << mala;
+    }
+    EXPECT_EQ(estado("I\\2\\doce letras.      \\b"), 0);
+}
+
+TEST_F(Estados, crearConLimites) {
+    for (const char* medidas : {" 12/ 0", " 12/ 11", " 0/ 2", " 256/ 2", " 99999/ 2"})
+        EXPECT_EQ(estado(crear("A.QZC", medidas)), 1) << medidas;
+    EXPECT_EQ(estado(abrir("A.QZC")), 2);
+    EXPECT_EQ(estado(crear("A.QZC", " 255/ 10")), 0);
+    EXPECT_EQ(estado("I\\2" + unidos(std::vector<std::string>(10, std::string(255, 'z')))), 0);
+}
+
+TEST_F(Estados, archivosQueNoSirven) {
+    EXPECT_EQ(estado(abrir("nada/A.QZC")), 2);
+    EXPECT_EQ(estado(crear("nada/A.QZC")), 23);
+    carpeta_.escribir("ajeno.QZC", "an old letter");
+    EXPECT_EQ(estado(abrir("ajeno.QZC")), 26);
+    EXPECT_EQ(estado(crear("ajeno.QZC")), 26);
+    EXPECT_EQ(carpeta_.leer("ajeno.QZC"), "an old letter");
+
+    // Empty, zeros, or a sound beginning with nothing behind: what bad days leave of a file of ours.
+    ASSERT_EQ(estado(crear("A.QZC")), 0);
+    ASSERT_EQ(estado("I\\2\\a\\b"), 0);
+    const std::string sano = carpeta_.leer("A.QZC");
+    std::string roto = sano;
+    roto[30] = static_cast<char>(roto[30] ^ 1);
+    roto[4096 + 30] = static_cast<char>(roto[4096 + 30] ^ 1);
+    for (const std::string& contenido : {std::string(), std::string(8192, '\0'), roto, sano.substr(0, 40)}) {
+        carpeta_.escribir("B.QZC", contenido);
+        EXPECT_EQ(estado(abrir("B.QZC")), 1);
+        EXPECT_EQ(estado(crear("B.QZC")), 0);
+        EXPECT_EQ(mandar(motor_, "I\\2\\a\\b"), (Contestado{0, 1}));
+    }
+    // One head torn: the other serves.
+    for (const std::size_t lugar : {std::size_t{30}, std::size_t{4096 + 30}}) {
+        std::string una = sano;
+        una[lugar] = static_cast<char>(una[lugar] ^ 1);
+        carpeta_.escribir("C.QZC", una);
+        EXPECT_EQ(estado(abrir("C.QZC")), 0);
+        EXPECT_EQ(estado("I\\2\\c\\d"), 0);
+        EXPECT_EQ(motor::revisar(motor_.archivo(2)).fallo, "");
+    }
+}
+
+// A page that is not what it should be: no answer about it, inserts are refused, every later opening knows.
+TEST_F(Estados, danno) {
+    ASSERT_EQ(estado(crear("A.QZC")), 0);
+    for (int i = 0; i < 2000; ++i)
+        ASSERT_EQ(estado("I\\2\\" + std::to_string(i * 7919 % 2000) + "\\x"), 0);
+    mandar(motor_, "K");
+    std::string bytes = carpeta_.leer("A.QZC");
+    for (std::size_t pagina = 4; pagina < bytes.size() / 2048; ++pagina)
+        bytes[pagina * 2048 + 100] = static_cast<char>(bytes[pagina * 2048 + 100] ^ 4);
+    carpeta_.escribir("A.QZC", bytes);
+    ASSERT_EQ(estado(abrir("A.QZC")), 0);
+    EXPECT_THROW(estado("S\\1\\2\\77"), motor::ErrorMotor);
+    EXPECT_EQ(estado("I\\2\\a\\b"), 29);
+    EXPECT_THROW(estado("D\\1\\Y\\2\\0\\x"), motor::ErrorMotor);
+    mandar(motor_, "K");
+    EXPECT_EQ(estado(abrir("A.QZC")), 1);
+}
+
+// Who has a file open keeps it: making it anew waits for nobody and takes nothing away.
+TEST_F(Estados, crearLoQueOtrosTienen) {
+    MotorIndexados otro(*archivos_);
+    ASSERT_EQ(estado(crear("A.QZC")), 0);
+    ASSERT_EQ(mandar(otro, crear("A.QZC")).estado, 0);
+    ASSERT_EQ(mandar(otro, "I\\2\\a\\b"), (Contestado{0, 1}));
+    EXPECT_EQ(estado("S\\1\\2\\a"), 0);
+    EXPECT_EQ(estado(crear("A.QZC")), 1);
+    EXPECT_EQ(mandar(otro, "S\\1\\2\\a").estado, 0);
+    mandar(otro, "K");
+    EXPECT_EQ(estado(crear("A.QZC")), 0);
+    EXPECT_EQ(estado("S\\1\\2\\a"), 9);
+}
+
+// Far beyond 4 GiB: pages are named by number, positions are 64-bit.
+TEST_F(Estados, masAllaDeCuatroGigas) {
+    auto creado = motor::ArchivoClaves::crear(*archivos_, carpeta_.ruta("A.QZC"), 12, 1, 2147483640);
+    ASSERT_EQ(creado.estado, 0);
+    motor::escribir(*creado.archivo, [](motor::Escritura& escritura) {
+        // As if three million pages before had been in use and were in use no more.
+        escritura.cabecera().marca = 3000000;
+        escritura.confirmar();
+    });
+    creado.archivo.reset();
+    ASSERT_EQ(estado(abrir("A.QZC")), 0);
+    for (int i = 1; i <= 7; ++i)
+        EXPECT_EQ(mandar(motor_, "I\\2\\lejos" + std::to_string(i)), (Contestado{0, 2147483640 + i}));
+    EXPECT_EQ(estado("I\\2\\una de mas"), 29);
+    mandar(motor_, "K");
+    ASSERT_EQ(estado(abrir("A.QZC")), 0);
+    EXPECT_EQ(mandar(motor_, "S\\1\\2\\lejos5"), (Contestado{0, 2147483645}));
+    EXPECT_GT(archivos_->estado(carpeta_.ruta("A.QZC"))->longitud, std::uint64_t{5} << 30);
+}
+
+}  // namespace
+}  // namespace tarvoline::pruebas
