@@ -2,6 +2,7 @@
 #include "platform/acceso_inicio.h"
 
 #include "platform/carpetas_sistema.h"
+#include "platform/comillas.h"
 #include "platform/rutas.h"
 
 namespace tarvoline::platform {
@@ -12,22 +13,8 @@ namespace {
 std::string valor(std::string_view texto) {
     std::string salida;
     for (const char c : texto) {
-        switch (c) {
-            case '\\':
-                salida += "\\\\";
-                break;
-            case '\n':
-                salida += "\\n";
-                break;
-            case '\r':
-                salida += "\\r";
-                break;
-            case '\t':
-                salida += "\\t";
-                break;
-            default:
-                salida.push_back(c);
-        }
+        const auto escape = escapeDe(c);
+        salida += escape.empty() ? std::string_view(&c, 1) : escape;
     }
     if (!salida.empty() && salida.front() == ' ') salida.replace(0, 1, "\\s");
     return salida;
