@@ -52,14 +52,12 @@ TEST_F(PruebaIdioma, LosNumerosSonLasLineasTrasLaPrimeraArroba) {
     }
 }
 
-TEST_F(PruebaIdioma, UnFinDeLineaUltimoDaUnTextoVacioMas) {
+TEST_F(PruebaIdioma, ElUltimoFinDeLineaYLaPaginaDeCodigos) {
     EXPECT_EQ(cargar("@\r\nuno\r\n").indiceMayor(), 2);
     EXPECT_EQ(cargar("@").indiceMayor(), 0);
-    EXPECT_EQ(nucleo.estado.gTextos(0), "Veldorix");
-}
-
-TEST_F(PruebaIdioma, LosBytesSonWindows1252) {
     EXPECT_EQ(cargar("@\r\nTama\xf1o \x80 \x93\xbf?\x94")(1), "Tamaño € “¿?”");
+    EXPECT_THROW(nucleo.estado.gTextos(2), core::ErrorIndice);
+    EXPECT_THROW(nucleo.estado.gTextos(-1), core::ErrorIndice);
 }
 
 TEST_F(PruebaIdioma, UnNombreSinSeparadorEstaEnElDirectorioDelPrograma) {
@@ -87,21 +85,11 @@ TEST_F(PruebaIdioma, ElErrorDiceQueArchivoFalta) {
     EXPECT_EQ(nucleo.estado.gTextos(1), "<1>") << "the table stays as it was";
 }
 
-TEST_F(PruebaIdioma, FueraDeLaTablaEsElErrorDeIndice) {
-    cargar("@\r\nuno");
-    EXPECT_THROW(nucleo.estado.gTextos(2), core::ErrorIndice);
-    EXPECT_THROW(nucleo.estado.gTextos(-1), core::ErrorIndice);
-    EXPECT_EQ(core::ErrorIndice::numero, 9);
-}
-
-TEST_F(PruebaIdioma, UnaTablaSuficienteNoAvisaNiCrece) {
-    ponerCorta(1800);
+TEST_F(PruebaIdioma, UnaTablaCortaAvisaEnEspanolYSeAmplia) {
+    ponerCorta(1800);  // just enough
     core::ComprobarIdioma(nucleo.entorno);
     EXPECT_TRUE(nucleo.guion.sucesos.empty());
     EXPECT_EQ(nucleo.estado.gTextos.indiceMayor(), 1800);
-}
-
-TEST_F(PruebaIdioma, UnaTablaCortaAvisaEnEspanolYSeAmplia) {
     ponerCorta(1799);
     core::ComprobarIdioma(nucleo.entorno);
     const auto caja = nucleo.guion.ultimo();

@@ -1,118 +1,13 @@
-// The start: what each command line chooses, the order of its steps, and how each road ends.
-#include "core/inicio.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <nlohmann/json.hpp>
-
-#include "apoyo/nucleo_prueba.h"
+// The start with a person: what each command line chooses, and the order of its steps.
 #include "core/despliegue.h"
-#include "core/escritorio_desatendido.h"
 #include "core/texto.h"
+#include "escena_inicio.h"
 
 namespace tarvoline::pruebas {
 namespace {
 
 using core::salida::bien;
-using core::salida::empresaFallida;
 using core::salida::noArranca;
-using core::salida::otraInstancia;
-
-// Writes down each call from the start with what the state said at that moment.
-class CaminosAnotados : public core::Caminos {
-  public:
-    explicit CaminosAnotados(core::Estado& estado) : estado_(estado) {}
-
-    std::vector<std::string> llamadas;
-    std::function<std::string()> alContinuar = [] { return ""; };
-    std::function<bool()> alSubir = [] { return true; };
-    std::function<void()> alCrear = [] {};
-    std::function<void()> alMostrar = [] {};
-    std::function<void()> alLimpiar = [] {};
-
-    std::string ContinuarSubida() override {
-        anotar(estado_.gDesatendido ? "continuar desatendido" : "continuar");
-        return alContinuar();
-    }
-    bool SubirPendientesBatch(bool mostrar) override {
-        anotar(std::string("pendientes") + (mostrar ? " mostrar" : "") +
-               (estado_.gDesatendido ? " desatendido" : ""));
-        return alSubir();
-    }
-    void CargarConfiguracionEmpresa(std::string_view ruta) override {
-        anotar("configuracion(" + std::string(ruta) + ")" + (estado_.gInicio ? " inicio" : ""));
-        estado_.gUsuario = "maria";
-    }
-    void PrepararGrid() override { anotar("grid"); }
-    void QuitarAccesoInicio() override { anotar("quitar acceso"); }
-    void CrearVentana() override {
-        anotar(std::string("crear") + (estado_.gEnReposo ? " en reposo" : ""));
-        alCrear();
-    }
-    void MostrarVentana() override {
-        anotar(std::string("mostrar") + (estado_.gEnReposo ? " en reposo" : ""));
-        alMostrar();
-    }
-    void Reiniciar(std::string_view ordenes) override { anotar("reiniciar " + std::string(ordenes)); }
-    void LimpiarZipsTemporales() override {
-        anotar("limpiar " + estado_.gProducto);
-        alLimpiar();
-    }
-
-  private:
-    void anotar(std::string que) { llamadas.push_back(std::move(que)); }
-
-    core::Estado& estado_;
-};
-
-class MarcaFingida : public platform::MarcaInstancia {
-  public:
-    bool otra = false;
-    bool hayOtra() override { return otra; }
-    bool soyLaUnica() override { return !otra; }
-};
-
-class PruebaInicio : public testing::Test {
-  protected:
-    PruebaInicio() {
-        std::string archivo = "@";
-        for (int i = 1; i <= core::numeroTextoMayor; ++i) {
-            archivo += "\r\n";
-            archivo += i == core::textoFallo || i == core::textoFalloCopia ? "ERROR: " : "";
-            archivo += "texto " + std::to_string(i);
-        }
-        nucleo.carpeta().escribir("programa/share/tarvoline/español.qzi", archivo);
-        nucleo.estado = core::Estado();
-    }
-
-    int arrancar(std::string_view ordenes) { return arrancarCon(nucleo.entorno, ordenes); }
-    int arrancarCon(core::Entorno& entorno, std::string_view ordenes) {
-        core::Inicio inicio(entorno, caminos, marca, nucleo.ruta("estado/estado.json"));
-        return inicio.Main(ordenes);
-    }
-    // The same core behind the unattended desktop.
-    int arrancarSinPersona(std::string_view ordenes) {
-        core::EscritorioDesatendido escritorio(nucleo.registro);
-        core::Entorno entorno{nucleo.estado,   nucleo.vista,    escritorio,   nucleo.ajustes, nucleo.almacen,
-                              nucleo.carpetas, nucleo.archivos, nucleo.reloj, nucleo.registro};
-        return arrancarCon(entorno, ordenes);
-    }
-    void interrumpir(std::string_view producto) {
-        nucleo.ajustes.GrabarRegistro("Active", "/t/EMPRESA.ZIP", "NETBACKUP", producto);
-    }
-    std::string activa(std::string_view producto) {
-        return nucleo.ajustes.leer("Active", "NETBACKUP", "", producto);
-    }
-    bool hayEstado() { return nucleo.carpeta().hay("estado/estado.json"); }
-    nlohmann::json estadoGrabado() {
-        return nlohmann::json::parse(nucleo.carpeta().leer("estado/estado.json"));
-    }
-
-    NucleoPrueba nucleo;
-    CaminosAnotados caminos{nucleo.estado};
-    MarcaFingida marca;
-};
 
 TEST_F(PruebaInicio, LaLineaDeOrdenesDecideProductoYCamino) {
     struct {
@@ -154,9 +49,7 @@ TEST_F(PruebaInicio, PreparaElEstadoAntesDeTomarCamino) {
     EXPECT_FALSE(estado.gRefrescando);
     EXPECT_TRUE(estado.gInicio);
     EXPECT_TRUE(estado.gEnReposo);
-    EXPECT_EQ(estado.gTextos(0), "Veldorix");
     EXPECT_EQ(estado.gTextos(214), "texto 214");
-    EXPECT_EQ(estado.gTextosHistorico[core::haBorradoArchivo], " ha borrado el archivo ");
     EXPECT_EQ(estado.gDirectorio, nucleo.carpetas.DirectorioPrograma());
     EXPECT_EQ(caminos.llamadas.front(), "limpiar VXCRM");
 }
@@ -181,18 +74,6 @@ TEST_F(PruebaInicio, LaDireccionDelServicioSigueALosAjustes) {
     }
 }
 
-TEST_F(PruebaInicio, ConOtraInstanciaNoSeBorraNadaEnLaCarpetaDeTransferencia) {
-    marca.otra = true;
-    EXPECT_EQ(arrancar("2"), bien);
-    EXPECT_EQ(caminos.llamadas.front(), "crear en reposo");
-}
-
-TEST_F(PruebaInicio, UnFalloAlLimpiarNoImpideElArranque) {
-    caminos.alLimpiar = [] { throw platform::ErrorArchivo(70, "/t/a.zip", "held by another process"); };
-    EXPECT_EQ(arrancar("2"), bien);
-    EXPECT_TRUE(nucleo.registro.dice("held by another process"));
-}
-
 TEST_F(PruebaInicio, ElCaminoDeLaVentanaVaPasoAPaso) {
     std::vector<core::Parte> cambios;
     nucleo.vista.alCambiar = [&](core::Parte parte) { cambios.push_back(parte); };
@@ -206,21 +87,14 @@ TEST_F(PruebaInicio, ElCaminoDeLaVentanaVaPasoAPaso) {
 
     EXPECT_EQ(arrancar("2"), bien);
     EXPECT_EQ(nucleo.vista.Option1, core::Opcion::veldorix);
-}
 
-TEST_F(PruebaInicio, UnaVentanaQueFallaAcabaSinMensaje) {
+    marca.otra = true;  // another instance may be using the transfer folder
+    caminos.llamadas.clear();
     caminos.alMostrar = [] { throw std::runtime_error("no display"); };
     EXPECT_EQ(arrancar("2"), noArranca);
+    EXPECT_EQ(caminos.llamadas.front(), "crear en reposo");
     EXPECT_TRUE(nucleo.guion.sucesos.empty());
     EXPECT_TRUE(nucleo.registro.dice("no display"));
-}
-
-TEST_F(PruebaInicio, SinNadieQueConteste_LaVentanaNoArrancaYLaSubidaQueda) {
-    interrumpir("VELDORIX");
-    EXPECT_EQ(arrancarSinPersona(""), noArranca);
-    EXPECT_EQ(caminos.llamadas, std::vector<std::string>{"limpiar VELDORIX"});
-    EXPECT_EQ(activa("VELDORIX"), "/t/EMPRESA.ZIP");
-    EXPECT_TRUE(nucleo.registro.dice("error Tarvoline: there is no window"));
 }
 
 TEST_F(PruebaInicio, PreguntaPorLaSubidaInterrumpidaYContinua) {
@@ -297,114 +171,6 @@ TEST_F(PruebaInicio, LaSubidaInterrumpidaDelCrmSeEncuentraSinOrdenes) {
     EXPECT_EQ(arrancar(""), bien);
     EXPECT_EQ(activa("VELDORIX"), "");
     EXPECT_EQ(activa("VXCRM"), "/t/EMPRESA.ZIP");
-}
-
-TEST_F(PruebaInicio, DesatendidoConOtraInstanciaAcabaEnSilencio) {
-    marca.otra = true;
-    interrumpir("VELDORIX");
-    EXPECT_EQ(arrancarSinPersona("1"), otraInstancia);
-    EXPECT_TRUE(caminos.llamadas.empty());
-    EXPECT_TRUE(nucleo.registro.lineas.empty());
-    EXPECT_FALSE(hayEstado()) << "the running instance owns the status file";
-}
-
-TEST_F(PruebaInicio, DesatendidoContinuaPrimeroYSigueConLosPendientes) {
-    interrumpir("VELDORIX");
-    EXPECT_EQ(arrancarSinPersona("1"), bien);
-    EXPECT_EQ(caminos.llamadas, (std::vector<std::string>{"limpiar VELDORIX", "continuar desatendido",
-                                                          "pendientes desatendido"}));
-    EXPECT_EQ(estadoGrabado()["reanudacion"]["resultado"], "enviada");
-    EXPECT_EQ(estadoGrabado()["reanudacion"]["ruta"], "/t/EMPRESA.ZIP");
-}
-
-TEST_F(PruebaInicio, UnaReanudacionFallidaSeCuentaYNoParaLosPendientes) {
-    interrumpir("VELDORIX");
-    const std::function<std::string()> fallos[] = {
-        [] { return "ERROR: clave"; }, [] { return "NO"; },
-        [this] {
-            nucleo.estado.gInterrumpido = true;
-            return "";
-        },
-        []() -> std::string { throw std::runtime_error("service unreachable"); }};
-    for (const auto& fallo : fallos) {
-        nucleo.estado.gInterrumpido = false;
-        caminos.llamadas.clear();
-        caminos.alContinuar = fallo;
-        EXPECT_EQ(arrancarSinPersona("1"), empresaFallida);
-        EXPECT_EQ(caminos.llamadas.back(), "pendientes desatendido");
-        EXPECT_EQ(estadoGrabado()["reanudacion"]["resultado"], "fallida");
-    }
-}
-
-TEST_F(PruebaInicio, ElResultadoDeLosPendientesDaElCodigoYElEstado) {
-    EXPECT_EQ(arrancarSinPersona("1"), bien);
-    EXPECT_EQ(estadoGrabado()["resultado"], "bien");
-
-    caminos.alSubir = [this] {
-        nucleo.estado.resumen.anotar({3, "/d/UNO.QZT", false, "ERROR: sin línea"});
-        return false;
-    };
-    EXPECT_EQ(arrancarSinPersona("1"), empresaFallida);
-    EXPECT_EQ(estadoGrabado()["codigo"], 3);
-    EXPECT_EQ(estadoGrabado()["empresas"][0]["texto"], "ERROR: sin línea");
-
-    caminos.alSubir = []() -> bool { throw platform::ErrorAjustes("settings not writable"); };
-    EXPECT_EQ(arrancarSinPersona("1"), empresaFallida);
-    EXPECT_EQ(estadoGrabado()["motivo"], "settings not writable");
-
-    caminos.alSubir = []() -> bool { throw core::FinDePrograma{core::salida::senal + 15}; };
-    EXPECT_EQ(arrancarSinPersona("1"), 143);
-    EXPECT_EQ(estadoGrabado()["resultado"], "interrumpida");
-}
-
-TEST_F(PruebaInicio, ElFinDelProgramaPasaPorTodoYDaSuCodigo) {
-    interrumpir("VELDORIX");
-    caminos.alContinuar = []() -> std::string { throw core::FinDePrograma{7}; };
-    EXPECT_EQ(arrancarSinPersona("1"), 7);
-    EXPECT_NE(caminos.llamadas.back(), "pendientes desatendido");
-    EXPECT_EQ(activa("VELDORIX"), "/t/EMPRESA.ZIP");
-
-    caminos.alMostrar = [] { throw core::FinDePrograma{0}; };
-    EXPECT_EQ(arrancar("2"), bien);
-}
-
-TEST_F(PruebaInicio, SinArchivoDeIdiomaNoArrancaYDiceLaRuta) {
-    nucleo.ajustes.GrabarRegistro("language", "frances.qzi");
-    EXPECT_EQ(arrancarSinPersona("1"), noArranca);
-    EXPECT_TRUE(caminos.llamadas.empty());
-    EXPECT_TRUE(nucleo.registro.dice("frances.qzi"));
-    EXPECT_NE(estadoGrabado()["motivo"].get<std::string>().find("frances.qzi"), std::string::npos);
-
-    EXPECT_EQ(arrancar("2"), noArranca);
-    EXPECT_TRUE(nucleo.guion.mostro("share/tarvoline/frances.qzi"));
-    EXPECT_EQ(nucleo.guion.ultimo().icono, core::Icono::parada);
-}
-
-TEST_F(PruebaInicio, ConAjustesIlegiblesNoArrancaNiEscribe) {
-    nucleo.memoria.fallarAlLeer = true;
-    EXPECT_EQ(arrancarSinPersona("1"), noArranca);
-    EXPECT_TRUE(nucleo.registro.dice("error Tarvoline: "));
-    EXPECT_EQ(nucleo.memoria.grabaciones, 0);
-    EXPECT_TRUE(caminos.llamadas.empty());
-}
-
-TEST_F(PruebaInicio, LoQueNoSeEntiendeDeLosAjustesQuedaEnElRegistro) {
-    nucleo.memoria.omitidas = {"line 3: EMP1 sin igual"};
-    EXPECT_EQ(arrancar("1"), bien);
-    EXPECT_TRUE(nucleo.registro.dice("line 3: EMP1 sin igual"));
-}
-
-TEST_F(PruebaInicio, ConUnIdiomaCortoElDesatendidoAvisaYReconoceLosFallos) {
-    nucleo.carpeta().escribir("programa/share/tarvoline/español.qzi", "@\r\nuno");
-    EXPECT_EQ(arrancarSinPersona("1"), bien);
-    EXPECT_TRUE(nucleo.registro.dice("Archivo de Idioma"));
-    EXPECT_TRUE(core::esError(nucleo.estado.gTextos(core::textoFallo)));
-}
-
-TEST_F(PruebaInicio, UnEstadoQueNoSePuedeGrabarNoCambiaElResultado) {
-    nucleo.carpeta().escribir("estado", "a file where the folder should be");
-    EXPECT_EQ(arrancarSinPersona("1"), bien);
-    EXPECT_TRUE(nucleo.registro.dice("status file"));
 }
 
 }  // namespace

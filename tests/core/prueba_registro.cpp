@@ -34,14 +34,11 @@ TEST_F(PruebaRegistro, EscribeEnSuArchivoYEnLaConsola) {
               perms::owner_read | perms::owner_write);
 }
 
-TEST_F(PruebaRegistro, SinConsolaSoloQuedaElArchivo) {
+TEST_F(PruebaRegistro, SinConsolaOSinArchivoQuedaLoOtro) {
     testing::internal::CaptureStderr();
     core::crearRegistro(*archivos, carpeta.ruta(), "copias", false)->error("uno");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_NE(carpeta.leer("copias.log").find("uno"), std::string::npos);
-}
-
-TEST_F(PruebaRegistro, SinArchivoQuedaLaConsola) {
     const auto ocupado = carpeta.escribir("ocupado", "a file where the folder should be");
     testing::internal::CaptureStderr();
     core::crearRegistro(*archivos, ocupado, "tarvoline", false)->info("sigue");

@@ -44,28 +44,23 @@ TEST(Rejilla, OrdenaSinMoverLaCabeceraNiLosIguales) {
     EXPECT_EQ(columna(rejilla, 7), "10 10 100 9 9.5 ") << "by text";
 }
 
-TEST(Rejilla, OrdenarLoQueNoHayNoHaceNada) {
-    Rejilla rejilla;
-    rejilla.ordenar(2, true, false);
-    rejilla.ponerFilas(1);
-    rejilla.ordenar(2, true, true);
-    EXPECT_EQ(rejilla.filas(), 1);
-    Rejilla otra = rejillaCon({{"b", ""}, {"a", ""}});
-    otra.ordenar(9, true, false);
-    otra.ordenar(-1, true, false);
-    EXPECT_EQ(columna(otra, 2), "b a ");
-}
-
-TEST(Rejilla, FueraDeElNoHayNada) {
-    Rejilla rejilla = rejillaCon({{"a", "1"}});
-    for (const auto& [fila, col] : {std::pair{-1, 2}, {2, 2}, {1, -1}, {1, 9}}) {
+TEST(Rejilla, LoQueNoHayNoSeTocaNiSeOrdena) {
+    Rejilla vacia;
+    vacia.ordenar(2, true, false);
+    vacia.ponerFilas(1);
+    vacia.ordenar(2, true, true);
+    EXPECT_EQ(vacia.filas(), 1);
+    Rejilla rejilla = rejillaCon({{"b", ""}, {"a", ""}});
+    rejilla.ordenar(9, true, false);
+    rejilla.ordenar(-1, true, false);
+    for (const auto& [fila, col] : {std::pair{-1, 2}, {3, 2}, {1, -1}, {1, 9}}) {
         rejilla.ponerCelda(fila, col, "x");
         EXPECT_EQ(rejilla.celda(fila, col), "");
     }
-    rejilla.quitarFila(0);
-    rejilla.quitarFila(2);
-    rejilla.quitarFila(-1);
-    EXPECT_EQ(rejilla.filas(), 2);
+    for (const int fila : {0, 3, -1}) {
+        rejilla.quitarFila(fila);
+    }
+    EXPECT_EQ(columna(rejilla, 2), "b a ");
     rejilla.ponerFilas(-3);
     EXPECT_EQ(rejilla.filas(), 0);
 }
@@ -103,25 +98,19 @@ struct PruebaBarra : testing::Test {
 };
 
 TEST_F(PruebaBarra, ElPorcentajeSeCorta) {
-    EXPECT_EQ(dibujar(5), 0);
-    EXPECT_TRUE(vista.medidor.visible);
-    EXPECT_EQ(dibujar(5, 0), 0);
-    EXPECT_EQ(dibujar(150, 100), 100);
-    EXPECT_EQ(dibujar(999, 1000), 99);
-    EXPECT_EQ(dibujar(1, 3), 33);
-    EXPECT_EQ(dibujar(100, 100), 100);
-    EXPECT_EQ(dibujar(-5, 100), 0);
-    EXPECT_EQ(dibujar(1e308, 1e-308), 100);
-    EXPECT_EQ(avisos, 8);
-}
-
-TEST_F(PruebaBarra, EmpiezaYAcaba) {
-    dibujar(7, 10);
-    EXPECT_EQ(dibujar(-1), 0);
-    EXPECT_TRUE(vista.medidor.visible);
+    struct {
+        double valor;
+        std::optional<double> total;
+        int porcentaje;
+    } const casos[] = {{5, {}, 0},      {5, 0, 0},    {150, 100, 100}, {999, 1000, 99},     {1, 3, 33},
+                       {100, 100, 100}, {-5, 100, 0}, {-1, {}, 0},     {1e308, 1e-308, 100}};
+    for (const auto& caso : casos) {
+        EXPECT_EQ(dibujar(caso.valor, caso.total), caso.porcentaje) << caso.valor;
+        EXPECT_TRUE(vista.medidor.visible);
+    }
     dibujar(0);
-    EXPECT_FALSE(vista.medidor.visible);
-    EXPECT_EQ(avisos, 3);
+    EXPECT_FALSE(vista.medidor.visible) << "the end";
+    EXPECT_EQ(avisos, 10);
 }
 
 TEST_F(PruebaBarra, ModosEspeciales) {

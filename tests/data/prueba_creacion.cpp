@@ -1,10 +1,9 @@
 // New companies: numbers, names, options, plans, version, and several programs at once.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <set>
 
+#include "apoyo/en_procesos.h"
 #include "apoyo/mundo_datos.h"
 #include "data/actualizacion.h"
 #include "data/crear_empresa.h"
@@ -52,6 +51,9 @@ TEST_F(Creacion, NumerosYNombres) {
     EXPECT_EQ(data::NumeroEmpresa(*mundo.archivos, "a", mundo.datos()), "01");
     EXPECT_EQ(data::NumeroEmpresa(*mundo.archivos, mundo.datos("a~1.QZT")), "02");
     EXPECT_EQ(data::NumeroEmpresaLibre(mundo.capa), "04");
+    mundo.escribir("cero.QZT", "");
+    EXPECT_EQ(data::NumeroEmpresa(*mundo.archivos, "cero", mundo.datos()), "");
+    EXPECT_THROW(data::NumeroEmpresa(*mundo.archivos, "nada", mundo.datos()), platform::ErrorArchivo);
     EXPECT_EQ(data::NumeroEmpresaLibre(mundo.capa, mundo.datos(), "04"), "05");
     // The number is free once its tables are gone, though the company file stays.
     for (const auto tabla : data::tablasEmpresa) {
@@ -120,7 +122,7 @@ TEST_F(Creacion, Planes) {
     }
 }
 
-TEST_F(Creacion, UnPlanQueFaltaNoDejaNada) {
+TEST_F(Creacion, SinPlanOSinCarpetaNoQuedaNada) {
     try {
         CrearEmpresaArchivos(mundo.capa, "a", "/Z=0");
         FAIL();
@@ -129,19 +131,8 @@ TEST_F(Creacion, UnPlanQueFaltaNoDejaNada) {
         EXPECT_NE(error.ruta().find("PLANC00.QZD"), std::string::npos);
     }
     EXPECT_TRUE(nombres().empty());
-}
-
-TEST_F(Creacion, SinCarpetaSeDevuelveElError) {
     EXPECT_THROW(CrearEmpresaArchivos(mundo.capa, mundo.datos("nada/a.QZT")), platform::ErrorArchivo);
     EXPECT_FALSE(mundo.carpeta.hay("datos/nada"));
-}
-
-TEST_F(Creacion, NumeroDeUnArchivoCorto) {
-    mundo.escribir("cero.QZT", "");
-    mundo.escribir("uno.QZT", "7");
-    EXPECT_EQ(data::NumeroEmpresa(*mundo.archivos, "cero", mundo.datos()), "");
-    EXPECT_EQ(data::NumeroEmpresa(*mundo.archivos, "uno.qzt", mundo.datos()), "7");
-    EXPECT_THROW(data::NumeroEmpresa(*mundo.archivos, "nada", mundo.datos()), platform::ErrorArchivo);
 }
 
 TEST_F(Creacion, LaVersionDecideSiSeAbre) {
@@ -175,28 +166,7 @@ TEST_F(Creacion, ActualizarHaceSoloLoQueFalta) {
 // Processes that create companies of one name at the same time share neither a number nor a file.
 TEST_F(Creacion, VariosProgramasALaVez) {
     constexpr int procesos = 4, cadaUno = 6;
-    std::vector<pid_t> hijos;
-    for (int p = 0; p < procesos; ++p) {
-        const pid_t hijo = fork();
-        ASSERT_GE(hijo, 0);
-        if (hijo == 0) {
-            int fallos = 0;
-            for (int i = 0; i < cadaUno; ++i) {
-                try {
-                    CrearEmpresaArchivos(mundo.capa, "igual");
-                } catch (const std::exception&) {
-                    ++fallos;
-                }
-            }
-            _exit(fallos);
-        }
-        hijos.push_back(hijo);
-    }
-    for (const pid_t hijo : hijos) {
-        int estado = 0;
-        ASSERT_EQ(waitpid(hijo, &estado, 0), hijo);
-        EXPECT_EQ(estado, 0);
-    }
+    pruebas::enProcesos(procesos, cadaUno, [&](int, int) { CrearEmpresaArchivos(mundo.capa, "igual"); });
     std::set<std::string> numeros;
     int empresas = 0;
     for (const auto& nombre : platform::listarMascara(*mundo.archivos, mundo.datos(), "*.qzt")) {

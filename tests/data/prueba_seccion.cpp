@@ -1,13 +1,12 @@
 // The text section: its form, its search and prefix rules, its locks, and a random run against a simple
 // model.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <random>
 #include <vector>
 
+#include "apoyo/en_procesos.h"
 #include "apoyo/mundo_datos.h"
 #include "data/seccion_textos.h"
 #include "data/utilidades.h"
@@ -84,6 +83,10 @@ TEST_F(Seccion, ElTextoEsWindows1252) {
 }
 
 TEST_F(Seccion, UnaLineaEsUnaLinea) {
+    EXPECT_EQ(leer("A"), "");
+    poner("A", "1");
+    EXPECT_FALSE(mundo.carpeta.hay("datos/e.QZT")) << "no line makes a file";
+    EXPECT_NE(mundo.avisos, "");
     archivo("");
     poner("A", " x\r\nB=2\x1A ");
     EXPECT_EQ(leer("A"), "x  B=2");
@@ -92,13 +95,6 @@ TEST_F(Seccion, UnaLineaEsUnaLinea) {
     poner("", "nada");
     poner("  ", "nada");
     EXPECT_EQ(cola().find("nada"), std::string::npos);
-}
-
-TEST_F(Seccion, SinArchivoNoHayNada) {
-    EXPECT_EQ(leer("A"), "");
-    poner("A", "1");
-    EXPECT_FALSE(mundo.carpeta.hay("datos/e.QZT"));
-    EXPECT_NE(mundo.avisos, "");
 }
 
 TEST_F(Seccion, ConBloqueoAjenoNoSeEscribe) {
@@ -129,31 +125,12 @@ TEST_F(Seccion, VariosProgramasALaVez) {
     archivo("");
     mundo.capa.gMultiusuario = true;
     mundo.capa.reintentosEmpresa = {};
-    std::vector<pid_t> hijos;
-    for (int p = 0; p < procesos; ++p) {
-        const pid_t hijo = fork();
-        ASSERT_GE(hijo, 0);
-        if (hijo == 0) {
-            int fallos = 0;
-            for (int i = 0; i < lineas; ++i) {
-                try {
-                    poner("P" + std::to_string(p) + "L" + core::conCeros(i, 2), "v" + std::to_string(i));
-                } catch (const std::exception&) {
-                    ++fallos;
-                }
-            }
-            _exit(fallos);
-        }
-        hijos.push_back(hijo);
-    }
-    for (const pid_t hijo : hijos) {
-        int estado = 0;
-        ASSERT_EQ(waitpid(hijo, &estado, 0), hijo);
-        EXPECT_EQ(estado, 0);
-    }
+    const auto nombre = [](int p, int i) { return "P" + std::to_string(p) + "L" + core::conCeros(i, 2); };
+    pruebas::enProcesos(procesos, lineas,
+                        [&](int p, int i) { poner(nombre(p, i), "v" + std::to_string(i)); });
     for (int p = 0; p < procesos; ++p) {
         for (int i = 0; i < lineas; ++i) {
-            EXPECT_EQ(leer("P" + std::to_string(p) + "L" + core::conCeros(i, 2)), "v" + std::to_string(i));
+            EXPECT_EQ(leer(nombre(p, i)), "v" + std::to_string(i));
         }
     }
 }
@@ -196,7 +173,7 @@ TEST_F(Seccion, IgualQueElModelo) {
     const std::vector<std::string> nombres = {"A", "AB", "ABC", "BC", "ÑU", "TVUSER", "USER", "TV1", "TV10"};
     Modelo modelo;
     archivo(std::string(azar() % 1200, ' '));
-    for (int paso = 0; paso < 2000; ++paso) {
+    for (int paso = 0; paso < 300; ++paso) {
         const auto& nombre = nombres[azar() % nombres.size()];
         // Small letters and digits only: the search does not tell a value from a name.
         std::string valor(azar() % 12, 'x');
@@ -216,7 +193,7 @@ TEST_F(Seccion, AguantaCualquierContenido) {
     SCOPED_TRACE("seed " + std::to_string(semilla));
     std::mt19937 azar(semilla);
     constexpr std::string_view letras = "AB=\r\n\x1A \xD1z";
-    for (int caso = 0; caso < 300; ++caso) {
+    for (int caso = 0; caso < 100; ++caso) {
         std::string bytes(azar() % 60, '\0');
         std::ranges::generate(bytes, [&] { return letras[azar() % letras.size()]; });
         archivo(std::string(1024, 'h') + bytes);

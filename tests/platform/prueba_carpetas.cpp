@@ -6,9 +6,9 @@
 #include <ctime>
 
 #include "apoyo/carpeta_prueba.h"
-#include "apoyo/reloj_fijo.h"
 #include "apoyo/variables_proceso.h"
 #include "platform/carpetas_sistema.h"
+#include "platform/reloj.h"
 
 namespace tarvoline::pruebas {
 
@@ -75,7 +75,7 @@ TEST(Reloj, DaLaHoraDeLaZona) {
         VariablesProceso entorno;
         entorno.poner("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");
         ::tzset();
-        const FechaHora local = RelojFijo(instante).local();
+        const FechaHora local = aLocal(instante);
         EXPECT_EQ(local.dia, 2);
         EXPECT_EQ(local.hora, 0);
         EXPECT_EQ(local.segundo, 59);
