@@ -9,8 +9,8 @@
 
 namespace tarvoline::core {
 
-inline constexpr std::size_t bytesRegistro = 1024 * 1024;  // of one file
-inline constexpr std::size_t archivosRegistro = 5;         // kept beside the newest: tarvoline.1.log, ...
+inline constexpr std::size_t bytesRegistro = std::size_t{1} << 20;  // of one file
+inline constexpr std::size_t archivosRegistro = 5;  // kept beside the newest: tarvoline.1.log, ...
 
 // Where logs and the status file lie: "tarvoline" below the user's state folder. Without final separator.
 std::string carpetaRegistro();

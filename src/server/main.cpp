@@ -70,9 +70,7 @@ void servir(const server::OpcionesServicio& opciones, platform::SistemaArchivos&
     registro->info("fin");
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int correr(int argc, char** argv) {
     server::OpcionesServicio opciones;
     server::MandatoUsuario mandato;
     CLI::App programa("Servicio de copias de Tarvoline", "tarvoline-servicio");
@@ -84,14 +82,20 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return programa.exit(error) == 0 ? 0 : malaLinea;
     }
+    const auto archivos = platform::crearSistemaArchivos();
+    if (usuario->parsed()) {
+        server::ejecutar(mandato, *archivos);
+    } else {
+        servir(opciones, *archivos);
+    }
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
     try {
-        const auto archivos = platform::crearSistemaArchivos();
-        if (usuario->parsed()) {
-            server::ejecutar(mandato, *archivos);
-        } else {
-            servir(opciones, *archivos);
-        }
-        return 0;
+        return correr(argc, argv);
     } catch (const std::exception& error) {
         std::cerr << "tarvoline-servicio: " << error.what() << '\n';
         return fallo;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "soap/base64.h"
 #include "soap/entero.h"
 #include "soap/xml.h"
 
@@ -80,23 +79,6 @@ void cerrar(std::string& xml, std::string_view nombre) {
     xml += '>';
 }
 
-void escribirValor(std::string& xml, const Valor& valor) {
-    if (const auto* texto = std::get_if<std::string>(&valor)) {
-        escaparXml(*texto, xml, Impropio::sustituir);
-    } else if (const auto* numero = std::get_if<std::int32_t>(&valor)) {
-        xml += std::to_string(*numero);
-    } else {
-        CodificarBase64(std::get<Bytes>(valor), xml);
-    }
-}
-
-// Room for the value as it will stand in the reply, near enough for one allocation.
-std::size_t espacioDeValor(const Valor& valor) {
-    if (const auto* bytes = std::get_if<Bytes>(&valor)) return longitudBase64(bytes->size());
-    if (const auto* texto = std::get_if<std::string>(&valor)) return texto->size();
-    return 11;
-}
-
 }  // namespace
 
 const OperacionContrato* Contrato::operacion(std::string_view nombre) const {
@@ -131,11 +113,8 @@ PeticionSoap LeerPeticion(const Contrato& contrato, std::string_view xml) {
 std::string EscribirRespuesta(const Contrato& contrato, const PeticionSoap& peticion,
                               std::string_view resultado) {
     const OperacionContrato& operacion = *peticion.operacion;
-    std::size_t longitud = 1024 + resultado.size() + resultado.size() / 8;
-    for (const auto& argumento : peticion.argumentos)
-        longitud += 256 + espacioDeValor(argumento);
     std::string xml;
-    xml.reserve(longitud);
+    xml.reserve(1024 + resultado.size() + resultado.size() / 8 + espacioDeValores(peticion.argumentos));
     xml += cabeceraSobre;
     abrir(xml, operacion.nombre + "Response", contrato.espacioNombres);
     abrir(xml, operacion.nombre + "Result");
@@ -145,7 +124,7 @@ std::string EscribirRespuesta(const Contrato& contrato, const PeticionSoap& peti
         const Parametro& parametro = operacion.parametros[i];
         if (!parametro.porReferencia) continue;
         abrir(xml, parametro.nombre);
-        escribirValor(xml, peticion.argumentos.at(i));
+        escribirValor(xml, peticion.argumentos.at(i), Impropio::sustituir);
         cerrar(xml, parametro.nombre);
     }
     cerrar(xml, operacion.nombre + "Response");

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "soap/base64.h"
 #include "soap/entero.h"
 #include "soap/xml.h"
 
@@ -36,30 +35,9 @@ void escribirAtributos(std::string& xml, const OperacionWsdl& operacion, const P
     }
 }
 
-void escribirValor(std::string& xml, const Valor& valor) {
-    if (const auto* texto = std::get_if<std::string>(&valor)) {
-        escaparXml(*texto, xml, Impropio::rechazar);
-    } else if (const auto* numero = std::get_if<std::int32_t>(&valor)) {
-        xml += std::to_string(*numero);
-    } else {
-        CodificarBase64(std::get<Bytes>(valor), xml);
-    }
-}
-
 void escribirEnvoltura(std::string& xml, const OperacionWsdl& operacion) {
     xml += operacion.espacioEnvoltura.empty() ? "" : "m:";
     xml += operacion.envoltura;
-}
-
-std::size_t longitudPrevista(std::span<const Valor> argumentos) {
-    std::size_t longitud = 2048;
-    for (const auto& valor : argumentos) {
-        const auto* bytes = std::get_if<Bytes>(&valor);
-        const auto* texto = std::get_if<std::string>(&valor);
-        longitud += 256 + (bytes != nullptr ? longitudBase64(bytes->size()) : 0) +
-                    (texto != nullptr ? texto->size() + texto->size() / 4 : 0);
-    }
-    return longitud;
 }
 
 // The first element of the body.
@@ -106,7 +84,7 @@ void EscribirLlamada(const OperacionWsdl& operacion, std::span<const Valor> argu
                             std::to_string(operacion.entrada.size()) + " argumentos");
     }
     destino.clear();
-    destino.reserve(longitudPrevista(argumentos));
+    destino.reserve(2048 + espacioDeValores(argumentos));
     destino += abreSobre;
     destino += '<';
     escribirEnvoltura(destino, operacion);
@@ -124,7 +102,7 @@ void EscribirLlamada(const OperacionWsdl& operacion, std::span<const Valor> argu
         escribirNombre(destino, operacion, operacion.entrada[i]);
         escribirAtributos(destino, operacion, operacion.entrada[i]);
         destino += '>';
-        escribirValor(destino, argumentos[i]);
+        escribirValor(destino, argumentos[i], Impropio::rechazar);
         destino += "</";
         escribirNombre(destino, operacion, operacion.entrada[i]);
         destino += '>';

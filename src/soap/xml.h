@@ -4,6 +4,7 @@
 
 #include <pugixml.hpp>
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,12 @@ enum class Impropio { rechazar, sustituir };
 // for a reader would turn a bare one into a line feed. Impropio::rechazar throws ErrorServicio,
 // Impropio::sustituir writes "?".
 void escaparXml(std::string_view texto, std::string& destino, Impropio impropio);
+
+// Appends the value as element content: texts escaped, integers in decimal, bytes in Base64.
+void escribirValor(std::string& xml, const Valor& valor, Impropio impropio);
+
+// Room for the values and their tags, near enough for one allocation.
+std::size_t espacioDeValores(std::span<const Valor> valores);
 
 // Throws ErrorServicio when `texto` is not well-formed UTF-8 or holds a character that XML cannot carry.
 void exigirTextoXml(std::string_view texto);

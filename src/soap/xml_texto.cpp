@@ -1,6 +1,7 @@
 // Texts on their way into a document: escaped, and checked against what XML 1.0 can carry.
 #include <array>
 
+#include "soap/base64.h"
 #include "soap/xml.h"
 
 namespace tarvoline::soap {
@@ -95,6 +96,27 @@ void escaparXml(std::string_view texto, std::string& destino, Impropio impropio)
             rechazarTexto();
         }
     }
+}
+
+void escribirValor(std::string& xml, const Valor& valor, Impropio impropio) {
+    if (const auto* texto = std::get_if<std::string>(&valor)) {
+        escaparXml(*texto, xml, impropio);
+    } else if (const auto* numero = std::get_if<std::int32_t>(&valor)) {
+        xml += std::to_string(*numero);
+    } else {
+        CodificarBase64(std::get<Bytes>(valor), xml);
+    }
+}
+
+std::size_t espacioDeValores(std::span<const Valor> valores) {
+    std::size_t longitud = 0;
+    for (const auto& valor : valores) {
+        longitud += 256;
+        if (const auto* bytes = std::get_if<Bytes>(&valor)) longitud += longitudBase64(bytes->size());
+        if (const auto* texto = std::get_if<std::string>(&valor))
+            longitud += texto->size() + texto->size() / 4;
+    }
+    return longitud;
 }
 
 void exigirTextoXml(std::string_view texto) {
