@@ -42,6 +42,10 @@ TEST(Rejilla, OrdenaSinMoverLaCabeceraNiLosIguales) {
     EXPECT_EQ(columna(rejilla, 3), "4 3 1 5 2 ") << "equal rows keep their order downwards too";
     rejilla.ordenar(7, true, false);
     EXPECT_EQ(columna(rejilla, 7), "10 10 100 9 9.5 ") << "by text";
+    Rejilla larga = rejillaCon(std::vector(60, std::pair<std::string, std::string>("igual", "1")));
+    const auto antes = columna(larga, 3);
+    larga.ordenar(7, false, true);
+    EXPECT_EQ(columna(larga, 3), antes) << "also where there are many";
 }
 
 TEST(Rejilla, LoQueNoHayNoSeTocaNiSeOrdena) {
