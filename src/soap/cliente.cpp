@@ -29,8 +29,9 @@ void exigirXml(const RespuestaHttp& respuesta) {
 
 class Conexion::Interior {
   public:
-    Interior(const OpcionesTransporte& opciones, const std::function<void(bool)>& alEsperar)
-        : transporte(opciones, alEsperar) {}
+    Interior(const OpcionesTransporte& opciones, const std::function<void(bool)>& alEsperar,
+             const std::function<void()>& alLatir)
+        : transporte(opciones, alEsperar, alLatir) {}
 
     Transporte transporte;
     std::map<std::string, std::shared_ptr<const ServicioWsdl>, std::less<>> descripciones;
@@ -38,7 +39,7 @@ class Conexion::Interior {
 };
 
 Conexion::Conexion(const OpcionesTransporte& opciones)
-    : interior_(std::make_unique<Interior>(opciones, alEsperar)) {}
+    : interior_(std::make_unique<Interior>(opciones, alEsperar, alLatir)) {}
 
 Conexion::~Conexion() = default;
 

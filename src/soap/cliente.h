@@ -37,6 +37,9 @@ class Conexion {
 
     // Called before every request to the service (true) and when its answer or failure is there (false).
     std::function<void(bool)> alEsperar;
+    // Called while a request is under way, at most ten times and at least about once a second, so that a
+    // window can paint. What it throws ends the request and goes on to the caller.
+    std::function<void()> alLatir;
 
     class Interior;
     Interior& interior() { return *interior_; }

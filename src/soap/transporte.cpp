@@ -11,7 +11,10 @@
 #include <curl/curl.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
+#include <exception>
+#include <utility>
 
 namespace tarvoline::soap {
 namespace {
@@ -22,6 +25,7 @@ constexpr std::size_t memoriaGuardada = std::size_t{2} * 1024 * 1024;
 // A server may close an idle line at any moment, and a request that meets the closing is lost. So a line that
 // idled this long is not used again.
 constexpr long segundosOcio = 3;
+constexpr std::chrono::milliseconds entreLatidos{100};
 
 std::string descripcionDe(CURLcode codigo) {
     switch (codigo) {
@@ -105,8 +109,11 @@ struct Transporte::Curl {
     std::size_t cabeceras = 0;
     bool empezada = false;
     bool excedida = false;
+    std::chrono::steady_clock::time_point latido;
+    std::exception_ptr interrumpida;  // what the beat threw
+    const std::function<void()>& alLatir;
 
-    explicit Curl(const OpcionesTransporte& opciones);
+    Curl(const OpcionesTransporte& opciones, const std::function<void()>& latir);
     template <class T>
     void poner(CURLoption opcion, T valor) {
         if (curl_easy_setopt(facil.get(), opcion, valor) != CURLE_OK) {
@@ -120,9 +127,11 @@ struct Transporte::Curl {
     static int alRebobinar(void*, curl_off_t, int) { return CURL_SEEKFUNC_FAIL; }
     static std::size_t alRecibir(const char* datos, std::size_t tamano, std::size_t cuantos, void* yo);
     static std::size_t alRecibirCabecera(const char*, std::size_t tamano, std::size_t cuantos, void* yo);
+    static int alProgresar(void* yo, curl_off_t, curl_off_t, curl_off_t, curl_off_t);
 };
 
-Transporte::Curl::Curl(const OpcionesTransporte& opciones) : respuestaMaxima(opciones.respuestaMaxima) {
+Transporte::Curl::Curl(const OpcionesTransporte& opciones, const std::function<void()>& latir)
+    : respuestaMaxima(opciones.respuestaMaxima), alLatir(latir) {
     static const CURLcode biblioteca = curl_global_init(CURL_GLOBAL_DEFAULT);
     facil.reset(biblioteca == CURLE_OK ? curl_easy_init() : nullptr);
     if (facil == nullptr) throw ErrorServicio("no se puede preparar la conexión");
@@ -152,6 +161,9 @@ Transporte::Curl::Curl(const OpcionesTransporte& opciones) : respuestaMaxima(opc
     poner(CURLOPT_WRITEDATA, this);
     poner(CURLOPT_HEADERFUNCTION, &Curl::alRecibirCabecera);
     poner(CURLOPT_HEADERDATA, this);
+    poner(CURLOPT_NOPROGRESS, 0L);
+    poner(CURLOPT_XFERINFOFUNCTION, &Curl::alProgresar);
+    poner(CURLOPT_XFERINFODATA, this);
 }
 
 int Transporte::Curl::alEmpezar(void* yo, char*, char*, int, int) {
@@ -192,11 +204,27 @@ std::size_t Transporte::Curl::alRecibirCabecera(const char*, std::size_t tamano,
     return c.excedida ? 0 : tamano * cuantos;
 }
 
+int Transporte::Curl::alProgresar(void* yo, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+    auto& c = *static_cast<Curl*>(yo);
+    const auto ahora = std::chrono::steady_clock::now();
+    if (!c.alLatir || ahora - c.latido < entreLatidos) return 0;
+    c.latido = ahora;
+    try {
+        c.alLatir();
+        return 0;
+    } catch (...) {
+        c.interrumpida = std::current_exception();  // no exception may cross libcurl
+        return 1;
+    }
+}
+
 CURLcode Transporte::Curl::ejecutar(const std::string& url, const Cabeceras& lineas) {
     if (recibido.capacity() > memoriaGuardada) std::string().swap(recibido);
     recibido.clear();
     cabeceras = 0;
     empezada = excedida = false;
+    interrumpida = nullptr;
+    latido = std::chrono::steady_clock::now();
     poner(CURLOPT_URL, url.c_str());
     poner(CURLOPT_HTTPHEADER, lineas.lista());
     const CURLcode codigo = curl_easy_perform(facil.get());
@@ -207,8 +235,9 @@ CURLcode Transporte::Curl::ejecutar(const std::string& url, const Cabeceras& lin
     return codigo == CURLE_UNSUPPORTED_PROTOCOL && empezada ? CURLE_WEIRD_SERVER_REPLY : codigo;
 }
 
-Transporte::Transporte(const OpcionesTransporte& opciones, const std::function<void(bool)>& alEsperar)
-    : curl_(std::make_unique<Curl>(opciones)), alEsperar_(alEsperar) {}
+Transporte::Transporte(const OpcionesTransporte& opciones, const std::function<void(bool)>& alEsperar,
+                       const std::function<void()>& alLatir)
+    : curl_(std::make_unique<Curl>(opciones, alLatir)), alEsperar_(alEsperar) {}
 
 Transporte::~Transporte() = default;
 
@@ -236,6 +265,7 @@ RespuestaHttp Transporte::pedir(const std::string& url, const Cabeceras& lineas)
     if (alEsperar_) alEsperar_(true);
     const CURLcode codigo = curl_->ejecutar(url, lineas);
     if (alEsperar_) alEsperar_(false);
+    if (curl_->interrumpida) std::rethrow_exception(std::exchange(curl_->interrumpida, nullptr));
     if (codigo != CURLE_OK) throw ErrorServicio(descripcionDe(codigo));
     RespuestaHttp respuesta;
     const char* tipo = nullptr;

@@ -19,8 +19,9 @@ struct RespuestaHttp {
 
 class Transporte {
   public:
-    // `alEsperar` is looked at for every request and may be empty; it outlives this object.
-    Transporte(const OpcionesTransporte& opciones, const std::function<void(bool)>& alEsperar);
+    // Both are looked at for every request, may be empty, and outlive this object.
+    Transporte(const OpcionesTransporte& opciones, const std::function<void(bool)>& alEsperar,
+               const std::function<void()>& alLatir);
     ~Transporte();
     Transporte(const Transporte&) = delete;
     Transporte& operator=(const Transporte&) = delete;

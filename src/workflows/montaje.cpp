@@ -38,6 +38,7 @@ Montaje::Montaje(core::Escritorio& escritorio, core::Registro& registro)
       enlaces_(*archivos_, ajustes_, carpetas_, *reloj_),
       flujos_(entorno_, conexion_, enlaces_) {
     enlaces_.datos().alAvisar = [&registro](std::string_view texto) { registro.aviso(texto); };
+    conexion_.alLatir = [&escritorio] { escritorio.Latido(); };
     enlaces_.datos().alMostrar = [&escritorio](const core::Caja& caja) { escritorio.Mensaje(caja); };
 }
 
