@@ -5,6 +5,7 @@
 #include <QLabel>
 
 #include "ui/barra_herramientas.h"
+#include "ui/enlace_texto.h"
 #include "ui/integracion.h"
 #include "ui/menus.h"
 #include "ui/panel_lateral.h"
@@ -196,16 +197,11 @@ void CopiaSeg::pintarBloqueo() {
 }
 
 void CopiaSeg::pintarRotulos() {
-    const auto enlace = [](QLabel* etiqueta, const QString& texto) {
-        etiqueta->setText(QString("<a href=\"#\">%1</a>").arg(texto.toHtmlEscaped()));
-        etiqueta->setAccessibleName(texto);
-    };
     Toolbar2_->pintarRotulos();
     menus_->pintarRotulos();
     lateral_->pintarRotulos();
     transferencia_->pintarRotulos();
-    enlace(Label4_, "Veldorix Online");
-    enlace(Label6_, aQt(vista_.rotulos.Label6));
+    Label6_->setText(aQt(vista_.rotulos.Label6));
     versionlb_->setText(aQt(vista_.rotulos.versionlb));
     versionlb_->setAccessibleName(palabras_("Versión ", "Version ") + versionlb_->text());
 }

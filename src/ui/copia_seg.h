@@ -19,6 +19,7 @@ namespace tarvoline::ui {
 
 class BarraHerramientas;
 class Buscador;
+class EnlaceTexto;
 class Integracion;
 class Menus;
 class PanelLateral;
@@ -50,7 +51,6 @@ class CopiaSeg : public QMainWindow {
     void conectar();
     void conectarLista();
     void conectarMenus();
-    void ordenarFocos();
 
     // Every slot runs its work in here: no exception may cross the toolkit's event loop.
     void ejecutar(const std::function<void()>& paso);
@@ -78,8 +78,8 @@ class CopiaSeg : public QMainWindow {
     PanelTransferencia* transferencia_ = nullptr;
     QListView* List1_ = nullptr;
     QStringListModel* archivos_ = nullptr;
-    QLabel* Label4_ = nullptr;
-    QLabel* Label6_ = nullptr;
+    EnlaceTexto* Label4_ = nullptr;
+    EnlaceTexto* Label6_ = nullptr;
     QLabel* versionlb_ = nullptr;
 
     std::unique_ptr<Integracion> integracion_;  // what the desktop around the window is told

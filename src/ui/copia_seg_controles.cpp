@@ -9,6 +9,7 @@
 #include "ui/barra_herramientas.h"
 #include "ui/buscador.h"
 #include "ui/copia_seg.h"
+#include "ui/enlace_texto.h"
 #include "ui/iconos.h"
 #include "ui/menus.h"
 #include "ui/panel_lateral.h"
@@ -26,14 +27,6 @@ namespace {
 
 constexpr int textoCapacidadSuperada = 2249;
 
-QLabel* crearEnlace(const QString& nombre, QWidget* padre) {
-    auto* etiqueta = new QLabel(padre);
-    etiqueta->setObjectName(nombre);
-    etiqueta->setTextFormat(Qt::RichText);
-    etiqueta->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
-    return etiqueta;
-}
-
 }  // namespace
 
 void CopiaSeg::construir() {
@@ -44,7 +37,6 @@ void CopiaSeg::construir() {
     setCentralWidget(crearCentro());
     crearLista();
     crearPie();
-    ordenarFocos();
     const QFontMetrics letra(font());
     const QSize deseado(letra.averageCharWidth() * 140, letra.height() * 42);
     resize(deseado.boundedTo(screen()->availableSize() * 9 / 10));
@@ -86,10 +78,11 @@ void CopiaSeg::crearLista() {
 }
 
 void CopiaSeg::crearPie() {
-    Label4_ = crearEnlace("Label4", this);
+    Label4_ = new EnlaceTexto("Label4", this);
+    Label4_->setText("Veldorix Online");
     Label4_->setToolTip(
         palabras_("Acceda a VELDORIX ONLINE desde aqui...", "Go to VELDORIX ONLINE from here..."));
-    Label6_ = crearEnlace("Label6", this);
+    Label6_ = new EnlaceTexto("Label6", this);
     versionlb_ = new QLabel(this);
     versionlb_->setObjectName("versionlb");
     for (auto* etiqueta : {Label4_, Label6_}) {
@@ -122,9 +115,9 @@ void CopiaSeg::conectar() {
     connect(&lateral_->almacen(), &PanelAlmacen::informePedido, this, informe);
     connect(menus_, &Menus::informePedido, this, informe);
     const auto pagina = [this] { ejecutar([this] { ventana_.Label4_Click(); }); };
-    connect(Label4_, &QLabel::linkActivated, this, pagina);
+    connect(Label4_, &EnlaceTexto::clicked, this, pagina);
     connect(menus_, &Menus::paginaPedida, this, pagina);
-    connect(Label6_, &QLabel::linkActivated, this, [this] { pedir([this] { ventana_.Label6_Click(); }); });
+    connect(Label6_, &EnlaceTexto::clicked, this, [this] { pedir([this] { ventana_.Label6_Click(); }); });
     conectarLista();
     conectarMenus();
 }
@@ -161,16 +154,6 @@ void CopiaSeg::conectarMenus() {
         });
     });
     connect(menus_, &Menus::salirPedido, this, &CopiaSeg::close);
-}
-
-// From the toolbar down the side, then the list and what belongs to it.
-void CopiaSeg::ordenarFocos() {
-    QWidget* anterior = lateral_->nextInFocusChain();
-    for (QWidget* siguiente :
-         std::initializer_list<QWidget*>{buscador_, fx1_, &transferencia_->ImgStop(), Label4_, Label6_}) {
-        setTabOrder(anterior, siguiente);
-        anterior = siguiente;
-    }
 }
 
 }  // namespace tarvoline::ui

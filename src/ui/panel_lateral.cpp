@@ -51,16 +51,14 @@ QLabel* crearTitulo(const QString& texto, QWidget* padre) {
 
 PanelLateral::PanelLateral(const core::Vista& vista, const Palabras& palabras, const QString& excedida,
                            QWidget* padre)
-    : QWidget(padre),
-      vista_(vista),
-      palabras_(palabras),
-      almacen_(new PanelAlmacen(vista, palabras, excedida, this)) {
+    : QWidget(padre), vista_(vista), palabras_(palabras) {
     auto* columna = new QVBoxLayout(this);
     columna->setContentsMargins(0, 0, 0, 0);
     crearCarpetas(*columna);
     crearOpciones(*columna);
     crearBotones(*columna);
     columna->addStretch(1);
+    almacen_ = new PanelAlmacen(vista, palabras, excedida, this);
     columna->addWidget(almacen_);
 }
 

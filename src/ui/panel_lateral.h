@@ -46,7 +46,7 @@ class PanelLateral : public QWidget {
     QLabel* Label2_ = nullptr;
     QComboBox* carpetas_ = nullptr;
     std::array<BotonImagen*, 9> botones_{};
-    PanelAlmacen* almacen_;
+    PanelAlmacen* almacen_ = nullptr;
 };
 
 }  // namespace tarvoline::ui

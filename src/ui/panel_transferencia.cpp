@@ -12,6 +12,8 @@ namespace tarvoline::ui {
 namespace {
 
 constexpr int sinPanel = 99;
+constexpr int panelSubida = 1;
+constexpr int panelBajada = 2;
 
 QLabel* crearRotulo(const QString& nombre, QLabel* valor, QWidget* padre) {
     auto* rotulo = new QLabel(padre);
@@ -129,12 +131,19 @@ void PanelTransferencia::pintarEtiquetas() {
     Progreso_->poner(aQt(vista_.Progreso));
 }
 
+// A transfer that runs without its indicator (a plain button starts it) shows all the same, and can be
+// stopped.
 void PanelTransferencia::pintarPanel() {
-    for (std::size_t i = 0; i < Imgproceso_.size(); ++i) {
-        Imgproceso_[i]->setVisible(vista_.panel == static_cast<int>(i));
+    const auto& transferencia = vista_.transferencia;
+    int cual = vista_.panel;
+    if (cual == sinPanel && transferencia.activa) {
+        cual = transferencia.subida ? panelSubida : panelBajada;
     }
-    ImgStop_->setVisible(vista_.panel != sinPanel);
-    escape_->setEnabled(vista_.panel != sinPanel);
+    for (std::size_t i = 0; i < Imgproceso_.size(); ++i) {
+        Imgproceso_[i]->setVisible(cual == static_cast<int>(i));
+    }
+    ImgStop_->setVisible(cual != sinPanel);
+    escape_->setEnabled(cual != sinPanel);
 }
 
 void PanelTransferencia::pintarMedidor() {
@@ -142,6 +151,7 @@ void PanelTransferencia::pintarMedidor() {
 }
 
 void PanelTransferencia::pintarTransferencia() {
+    pintarPanel();
     marcha_->poner({});
 }
 
