@@ -9,16 +9,11 @@ namespace tarvoline::pruebas {
 
 using namespace platform;
 
-// An open file of the faulty system; `sombra` is the same one in memory, when the power is watched.
+// An open file of the faulty system.
 class ArchivosDefectuosos::Abierto final : public Archivo {
   public:
-    Abierto(ArchivosDefectuosos& sistema, std::unique_ptr<Archivo> base, std::unique_ptr<Archivo> sombra,
-            std::string ruta)
-        : sistema_(sistema),
-          base_(std::move(base)),
-          sombra_(std::move(sombra)),
-          ruta_(std::move(ruta)),
-          arranque_(sistema.arranque_) {}
+    Abierto(ArchivosDefectuosos& sistema, std::unique_ptr<Archivo> base, std::string ruta)
+        : sistema_(sistema), base_(std::move(base)), ruta_(std::move(ruta)) {}
 
     std::size_t leer(std::uint64_t posicion, std::span<std::byte> destino) override {
         entrar(Operacion::leer);
@@ -56,16 +51,14 @@ class ArchivosDefectuosos::Abierto final : public Archivo {
         const std::uint64_t antes = base_->longitud();
         base_->truncar(longitud);
         if (longitud < antes) sistema_.devolver(antes - longitud);
-        if (sombra_) sombra_->truncar(longitud);
-        sistema_.cambiado(Operacion::truncar, ruta_);
+        sistema_.cambiado();
     }
 
     void sincronizar() override {
         entrar(Operacion::sincronizar);
-        base_->sincronizar();
-        // The change at which the power goes never reached the device.
-        if (sombra_ && !sistema_.cortaAhora()) sombra_->sincronizar();
-        sistema_.cambiado(Operacion::sincronizar, ruta_);
+        // The change at which the power goes never reaches the device.
+        if (!sistema_.cortaAhora()) base_->sincronizar();
+        sistema_.cambiado();
     }
 
     bool bloquear(Rango rango, TipoBloqueo tipo, std::chrono::milliseconds espera) override {
@@ -87,7 +80,7 @@ class ArchivosDefectuosos::Abierto final : public Archivo {
 
   private:
     void exigirVivo() const {
-        if (sistema_.sinCorriente_ || arranque_ != sistema_.arranque_) throw CorteDeCorriente();
+        if (sistema_.sinCorriente_) throw CorteDeCorriente();
     }
 
     void entrar(Operacion operacion) {
@@ -113,15 +106,12 @@ class ArchivosDefectuosos::Abierto final : public Archivo {
 
     void poner(std::uint64_t posicion, std::span<const std::byte> bytes) {
         base_->escribir(posicion, bytes);
-        if (sombra_) sombra_->escribir(posicion, bytes);
-        sistema_.cambiado(Operacion::escribir, ruta_);
+        sistema_.cambiado();
     }
 
     ArchivosDefectuosos& sistema_;
     std::unique_ptr<Archivo> base_;
-    std::unique_ptr<Archivo> sombra_;
     std::string ruta_;
-    int arranque_;
 };
 
 void ArchivosDefectuosos::fallar(Fallo fallo) {
@@ -143,13 +133,10 @@ int ArchivosDefectuosos::cuenta(Operacion operacion) const {
     return sitio == cuentas_.end() ? 0 : sitio->second;
 }
 
-void ArchivosDefectuosos::olvidarCuentas() {
-    cuentas_.clear();
-    cambios_ = 0;
-}
-
 void ArchivosDefectuosos::entrar(Operacion operacion, std::string_view ruta) {
     if (sinCorriente_) throw CorteDeCorriente();
+    if (antes_) antes_(operacion, std::string(ruta));
+    const std::lock_guard turno(mutex_);
     ++cuentas_[operacion];
     std::optional<int> numero;
     for (Fallo& fallo : fallos_) {
@@ -164,9 +151,7 @@ void ArchivosDefectuosos::entrar(Operacion operacion, std::string_view ruta) {
     }
 }
 
-void ArchivosDefectuosos::cambiado(Operacion operacion, const std::string& ruta) {
-    ++cambios_;
-    if (aviso_) aviso_(cambios_, operacion, ruta);
+void ArchivosDefectuosos::cambiado() {
     if (cortaAhora()) {
         sinCorriente_ = true;
         throw CorteDeCorriente();
@@ -188,17 +173,13 @@ std::unique_ptr<Archivo> ArchivosDefectuosos::abrir(std::string_view ruta, Apert
     entrar(Operacion::abrir, ruta);
     const std::string propia = base_.resolver(ruta);
     const bool escribe = apertura != Apertura::lectura;
-    if (escribe) copiarASombra(propia);
     const auto antes = base_.estado(propia);
     auto base = base_.abrir(propia, apertura, comparticion, permisos);
     if (apertura == Apertura::vaciar && antes) devolver(antes->longitud);
     const bool creado = escribe && !antes;
     const bool vaciado = apertura == Apertura::vaciar && antes && antes->longitud != 0;
-    std::unique_ptr<Archivo> sombra;
-    if (sombra_ && escribe)
-        sombra = sombra_->abrir(propia, apertura == Apertura::nuevo ? Apertura::crear : apertura);
-    auto abierto = std::make_unique<Abierto>(*this, std::move(base), std::move(sombra), propia);
-    if (creado || vaciado) cambiado(Operacion::abrir, propia);
+    auto abierto = std::make_unique<Abierto>(*this, std::move(base), propia);
+    if (creado || vaciado) cambiado();
     return abierto;
 }
 
@@ -210,55 +191,35 @@ std::optional<EstadoArchivo> ArchivosDefectuosos::estado(std::string_view ruta) 
 void ArchivosDefectuosos::borrar(std::string_view ruta) {
     entrar(Operacion::borrar, ruta);
     const std::string propia = base_.resolver(ruta);
-    copiarASombra(propia);
     const std::uint64_t bytes = longitudDe(propia);
     base_.borrar(propia);
     devolver(bytes);
-    if (sombra_) sombra_->borrar(propia);
-    cambiado(Operacion::borrar, propia);
+    cambiado();
 }
 
 void ArchivosDefectuosos::renombrar(std::string_view origen, std::string_view destino) {
     entrar(Operacion::renombrar, destino);
     const std::string desde = base_.resolver(origen);
     const std::string hasta = base_.resolver(destino);
-    copiarArbolASombra(desde);
-    copiarASombra(hasta);
     const std::uint64_t reemplazado = desde == hasta ? 0 : longitudDe(hasta);
     base_.renombrar(desde, destino);
     devolver(reemplazado);
-    if (sombra_) {
-        sombra_->renombrar(desde, destino);
-        tocarArbol(base_.resolver(destino));
-    }
-    cambiado(Operacion::renombrar, hasta);
+    cambiado();
 }
 
 void ArchivosDefectuosos::crearDirectorios(std::string_view ruta, unsigned modo) {
     entrar(Operacion::crearDirectorios, ruta);
     const std::string propia = base_.resolver(ruta);
     const bool estaba = base_.estado(propia).has_value();
-    if (sombra_) {
-        // The folders that exist are safe; the new ones are not yet.
-        std::string existente = propia;
-        while (!base_.estado(existente) && carpetaDe(existente) != existente) {
-            tocadas_.insert(existente);
-            existente = carpetaDe(existente);
-        }
-        if (!sombra_->estado(existente)) sombra_->sembrarDirectorio(existente);
-    }
     base_.crearDirectorios(propia, modo);
-    if (sombra_) sombra_->crearDirectorios(propia);
-    if (!estaba) cambiado(Operacion::crearDirectorios, propia);
+    if (!estaba) cambiado();
 }
 
 void ArchivosDefectuosos::borrarDirectorio(std::string_view ruta) {
     entrar(Operacion::borrarDirectorio, ruta);
     const std::string propia = base_.resolver(ruta);
-    copiarASombra(propia);
     base_.borrarDirectorio(propia);
-    if (sombra_) sombra_->borrarDirectorio(propia);
-    cambiado(Operacion::borrarDirectorio, propia);
+    cambiado();
 }
 
 std::vector<EntradaDirectorio> ArchivosDefectuosos::listar(std::string_view directorio) {
@@ -274,9 +235,8 @@ std::uint64_t ArchivosDefectuosos::espacioLibre(std::string_view ruta) {
 void ArchivosDefectuosos::sincronizarDirectorio(std::string_view ruta) {
     entrar(Operacion::sincronizarDirectorio, ruta);
     const std::string propia = base_.resolver(ruta);
-    base_.sincronizarDirectorio(propia);
-    if (sombra_ && sombra_->estado(propia) && !cortaAhora()) sombra_->sincronizarDirectorio(propia);
-    cambiado(Operacion::sincronizarDirectorio, propia);
+    if (!cortaAhora()) base_.sincronizarDirectorio(propia);
+    cambiado();
 }
 
 std::string ArchivosDefectuosos::resolver(std::string_view ruta) {

@@ -7,19 +7,20 @@
 //     archivos.cortarEscritura(2, 100);            // the second write writes 100 bytes, then fails
 //     archivos.limitarDisco(1'000'000);            // so many bytes are left
 //     archivos.cortarCorriente(17);                // at the 17th change the power goes
-//     archivos.perderNoSincronizado(semilla);      // restart: what was not synchronised is lost in part
+//     memoria.perderNoSincronizado(semilla);       // restart: what was not synchronised is lost in part
+//     archivos.volverCorriente();
 //
 // "Change" is every call that changes something on disk: opening a file that is thereby made or emptied,
 // writing, cutting, synchronising a file or folder, renaming, removing, making folders. All counts start at 1
-// with the object or the last olvidarCuentas(). One thread at a time.
+// with the object or the last olvidarCuentas(). Several threads may read; changes come from one at a time.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <optional>
-#include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -75,24 +76,21 @@ class ArchivosDefectuosos final : public platform::SistemaArchivos {
     // Takes back all of the above.
     void sanar();
 
-    // Called after each change with its number; it may end the process.
-    using Aviso = std::function<void(int vez, Operacion operacion, const std::string& ruta)>;
-    void alCambiar(Aviso aviso) { aviso_ = std::move(aviso); }
+    // Called before each call, from the thread that makes it; what it throws is the failure.
+    using Antes = std::function<void(Operacion operacion, const std::string& ruta)>;
+    void alEmpezar(Antes antes) { antes_ = std::move(antes); }
 
-    // From here on remembers what is synchronised. What lies there now counts as safe. Wants absolute paths
-    // over a real file system.
-    void vigilarCorriente();
     // The power goes at the `cambio`-th change from now: that one may still get into the write cache (but
-    // never returns), all later calls throw CorteDeCorriente. Includes vigilarCorriente().
-    void cortarCorriente(int cambio);
-    bool sinCorriente() const { return sinCorriente_; }
-    // Restart: the files below become what the device held, plus any part of the rest (equal seeds lose
-    // equally). Handles open until now stay dead. Needs vigilarCorriente() before the first change.
-    void perderNoSincronizado(std::uint64_t semilla);
+    // never returns), all later calls throw CorteDeCorriente. The restart is the lower file system's
+    // perderNoSincronizado() and volverCorriente().
+    void cortarCorriente(int cambio) { cortarEn_ = cambio; }
+    void volverCorriente() {
+        sinCorriente_ = false;
+        cortarEn_ = 0;
+    }
 
     int cuenta(Operacion operacion) const;
-    int cambios() const { return cambios_; }
-    void olvidarCuentas();
+    void olvidarCuentas() { cuentas_.clear(); }
 
     std::unique_ptr<platform::Archivo> abrir(
         std::string_view ruta, platform::Apertura apertura,
@@ -118,30 +116,21 @@ class ArchivosDefectuosos final : public platform::SistemaArchivos {
 
     // Counts the call and throws what is due.
     void entrar(Operacion operacion, std::string_view ruta);
-    void cambiado(Operacion operacion, const std::string& ruta);
+    void cambiado();
     // True while the change is made at which the power goes.
     bool cortaAhora() const { return cortarEn_ == 1; }
     std::uint64_t longitudDe(std::string_view ruta);
     void devolver(std::uint64_t bytes);
-    void copiarASombra(const std::string& ruta);
-    void copiarArbolASombra(const std::string& ruta);
-    void tocarArbol(const std::string& ruta);
-    void volcarSombra();
-    void borrarLoPerdido();
 
     platform::SistemaArchivos& base_;
     std::vector<Fallo> fallos_;
     std::vector<Corte> cortes_;
     std::optional<std::uint64_t> libres_;
-    Aviso aviso_;
+    Antes antes_;
+    std::mutex mutex_;  // of the counts and the failures to come
     std::map<Operacion, int> cuentas_;
-    int cambios_ = 0;
-    // The same files in memory, which know what is safe; and every path that has been in play.
-    std::unique_ptr<ArchivosMemoria> sombra_;
-    std::set<std::string> tocadas_;
     int cortarEn_ = 0;
     bool sinCorriente_ = false;
-    int arranque_ = 0;
 };
 
 }  // namespace tarvoline::pruebas

@@ -6,22 +6,15 @@
 #include <string_view>
 
 #include "apoyo/carpeta_prueba.h"
+#include "apoyo/reloj_fijo.h"
 #include "core/ajustes.h"
 #include "core/carpetas.h"
 #include "data/capa_datos.h"
 #include "data/crear_empresa.h"
 #include "platform/arbol_ajustes.h"
 #include "platform/archivos.h"
-#include "platform/reloj.h"
 
 namespace tarvoline::pruebas {
-
-class RelojParado : public platform::Reloj {
-  public:
-    platform::FechaHora local() const override { return fecha; }
-    std::chrono::system_clock::time_point ahora() const override { return {}; }
-    platform::FechaHora fecha{2026, 3, 9, 14, 7, 0};
-};
 
 struct MundoDatos {
     MundoDatos() {
@@ -61,7 +54,7 @@ struct MundoDatos {
         platform::crearArbolAjustes(*archivos, carpeta.ruta("ajustes.ini"));
     core::Ajustes ajustes{*arbol};
     core::Carpetas carpetas{*archivos, ajustes, carpeta.ruta("temporal")};
-    RelojParado reloj;
+    RelojFijo reloj{{2026, 3, 9, 14, 7, 0}};
     data::CapaDatos capa{*archivos, ajustes, carpetas, reloj};
     std::string avisos;  // what was passed over
 };

@@ -12,7 +12,6 @@
 #pragma once
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -22,43 +21,13 @@
 #include "apoyo/ajustes_memoria.h"
 #include "apoyo/carpeta_prueba.h"
 #include "apoyo/escritorio_guion.h"
+#include "apoyo/reloj_fijo.h"
 #include "apoyo/variables_proceso.h"
 #include "core/barra.h"
 #include "core/entorno.h"
 #include "core/idioma.h"
 
 namespace tarvoline::pruebas {
-
-// Stands still until told otherwise. Its zone is UTC.
-class RelojFijo : public platform::Reloj {
-  public:
-    RelojFijo() { poner({2024, 5, 31, 18, 30, 15}); }
-
-    void poner(const platform::FechaHora& hora) {
-        using namespace std::chrono;
-        const sys_days dia =
-            year(hora.anio) / month(static_cast<unsigned>(hora.mes)) / day(static_cast<unsigned>(hora.dia));
-        ahora_ = dia + hours(hora.hora) + minutes(hora.minuto) + seconds(hora.segundo);
-    }
-    void avanzar(std::chrono::seconds cuanto) { ahora_ += cuanto; }
-
-    platform::FechaHora local() const override {
-        using namespace std::chrono;
-        const auto dia = floor<days>(ahora_);
-        const year_month_day fecha(dia);
-        const hh_mm_ss hora(floor<seconds>(ahora_ - dia));
-        return {int(fecha.year()),
-                static_cast<int>(unsigned(fecha.month())),
-                static_cast<int>(unsigned(fecha.day())),
-                static_cast<int>(hora.hours().count()),
-                static_cast<int>(hora.minutes().count()),
-                static_cast<int>(hora.seconds().count())};
-    }
-    std::chrono::system_clock::time_point ahora() const override { return ahora_; }
-
-  private:
-    std::chrono::system_clock::time_point ahora_;
-};
 
 // Keeps what was logged, each line with its level in front: "info ", "aviso ", "error ".
 class RegistroGuardado : public core::Registro {
@@ -132,15 +101,6 @@ class NucleoPrueba {
             textos.push_back((fallo ? "ERROR<" : "<") + std::to_string(i) + ">");
         }
         estado.gTextos.asignar(std::move(textos));
-    }
-    // The Spanish texts that ship, where they have been built; marks where not.
-    void ponerTextos() {
-#ifdef TARVOLINE_PROGRAMA
-        const std::string ruta = std::string(TARVOLINE_PROGRAMA) + "/español.qzi";
-        if (std::filesystem::exists(ruta)) {
-            core::CargarIdioma(entorno, ruta);
-        }
-#endif
     }
 
     platform::SistemaArchivos& archivos;

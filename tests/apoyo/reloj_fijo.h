@@ -1,5 +1,8 @@
-// A clock that stands where the test puts it.
+// A clock that stands still until told otherwise, also by another thread. Its zone is UTC.
 #pragma once
+
+#include <atomic>
+#include <chrono>
 
 #include "platform/reloj.h"
 
@@ -7,23 +10,34 @@ namespace tarvoline::pruebas {
 
 class RelojFijo final : public platform::Reloj {
   public:
-    explicit RelojFijo(platform::FechaHora local, std::chrono::system_clock::time_point ahora = {})
-        : local_(local), ahora_(ahora) {}
-    // Local time follows from the instant, in the zone of the process.
-    explicit RelojFijo(std::chrono::system_clock::time_point ahora)
-        : local_(platform::aLocal(ahora)), ahora_(ahora) {}
+    RelojFijo() : RelojFijo({2024, 5, 31, 18, 30, 15}) {}
+    explicit RelojFijo(const platform::FechaHora& hora) { poner(hora); }
 
-    platform::FechaHora local() const override { return local_; }
-    std::chrono::system_clock::time_point ahora() const override { return ahora_; }
-    void poner(platform::FechaHora local) { local_ = local; }
-    void poner(std::chrono::system_clock::time_point ahora) {
-        ahora_ = ahora;
-        local_ = platform::aLocal(ahora);
+    void poner(const platform::FechaHora& hora) {
+        using namespace std::chrono;
+        const sys_days dia =
+            year(hora.anio) / month(static_cast<unsigned>(hora.mes)) / day(static_cast<unsigned>(hora.dia));
+        ahora_ = dia + hours(hora.hora) + minutes(hora.minuto) + seconds(hora.segundo);
     }
+    void avanzar(std::chrono::seconds cuanto) { ahora_ = ahora_.load() + cuanto; }
+
+    platform::FechaHora local() const override {
+        using namespace std::chrono;
+        const auto ahora = ahora_.load();
+        const auto dia = floor<days>(ahora);
+        const year_month_day fecha(dia);
+        const hh_mm_ss hora(ahora - dia);
+        return {int(fecha.year()),
+                static_cast<int>(unsigned(fecha.month())),
+                static_cast<int>(unsigned(fecha.day())),
+                static_cast<int>(hora.hours().count()),
+                static_cast<int>(hora.minutes().count()),
+                static_cast<int>(hora.seconds().count())};
+    }
+    std::chrono::system_clock::time_point ahora() const override { return ahora_.load(); }
 
   private:
-    platform::FechaHora local_;
-    std::chrono::system_clock::time_point ahora_;
+    std::atomic<std::chrono::sys_seconds> ahora_;
 };
 
 }  // namespace tarvoline::pruebas

@@ -14,21 +14,18 @@ using pruebas::ClientePrueba;
 using pruebas::ServicioEnMarcha;
 namespace respuesta = server::respuesta;
 
-TEST(Operaciones, DescribeAUserInTheGrammarThatClientsRead) {
-    ServicioEnMarcha servicio;
-    EXPECT_EQ(servicio.cliente().con("DatosUsuario"), "1-ANA-AC01-Ana López");
-    EXPECT_EQ(servicio.cliente("DORA", "secreta4").con("DatosUsuario"), "4-DORA--");
-    EXPECT_EQ(servicio.cliente().con("Carpetaraizusuario"), "D:\\VX\\U0000001\\");
-}
-
-TEST(Operaciones, TellTheContractedCapacityOfTheOwnAccountOnly) {
+TEST(Operaciones, DescribeAUserAndTellTheCapacityOfHisOwnAccountOnly) {
     ServicioEnMarcha servicio;
     ClientePrueba ana = servicio.cliente();
-    EXPECT_EQ(ana.con("CapacidadContratada", {{"codigoCuenta", "AC01"}}), "1");
-    EXPECT_EQ(ana.con("CapacidadContratada", {{"codigoCuenta", "ac01"}}), "1");
-    EXPECT_EQ(ana.con("CapacidadContratada", {{"codigoCuenta", "AC02"}}), "0");
-    EXPECT_EQ(ana.con("CapacidadContratada", {{"codigoCuenta", ""}}), "0");
-    EXPECT_EQ(servicio.cliente("DORA", "secreta4").con("CapacidadContratada", {{"codigoCuenta", ""}}), "0");
+    ClientePrueba dora = servicio.cliente("DORA", "secreta4");
+    EXPECT_EQ(ana.con("DatosUsuario"), "1-ANA-AC01-Ana López");
+    EXPECT_EQ(dora.con("DatosUsuario"), "4-DORA--");
+    EXPECT_EQ(ana.con("Carpetaraizusuario"), "D:\\VX\\U0000001\\");
+    for (const auto& [cuenta, gb] :
+         std::map<std::string, std::string>{{"AC01", "1"}, {"ac01", "1"}, {"AC02", "0"}, {"", "0"}}) {
+        EXPECT_EQ(ana.con("CapacidadContratada", {{"codigoCuenta", cuenta}}), gb) << cuenta;
+    }
+    EXPECT_EQ(dora.con("CapacidadContratada", {{"codigoCuenta", ""}}), "0");
 }
 
 TEST(Operaciones, HandOutAnAccountsUsersOnlyWhereOneProvedHimself) {
@@ -97,7 +94,7 @@ TEST(Operaciones, KeepAHistoryByUserNewestFirst) {
 TEST(Operaciones, DropTheOldestLinesOfALongHistory) {
     pruebas::CarpetaPrueba carpeta;
     server::BaseDatos base(carpeta.ruta("h.sqlite"));
-    pruebas::RelojMovil reloj;
+    pruebas::RelojFijo reloj;
     server::Historial historial(base, reloj);
     base.enTransaccion([&] {
         for (std::int64_t i = 0; i < server::Historial::maximoPorUsuario; ++i) {

@@ -104,27 +104,31 @@ TEST(ServicioProceso, EndsInOrderAndKeepsWhatItAnswered) {
 
 TEST(ServicioProceso, RefusesWhatWouldDoHarm) {
     ServicioProceso servicio;
+    const std::string raiz = servicio.raiz();
     const std::string otra = servicio.carpeta().ruta("otra");
-    const std::string puerto = std::to_string(servicio.puerto());
-    EXPECT_EQ(servicio.mandato({"--raiz", servicio.raiz(), "--puerto", "0"}), 1)
-        << "a second one on the same root";
-    EXPECT_EQ(servicio.mandato({"--raiz", otra, "--puerto", puerto}), 1) << "a port that is taken";
-    EXPECT_EQ(servicio.mandato({"--raiz", otra, "--direccion", "0.0.0.0"}), 1)
-        << "passwords in clear on the network";
-    EXPECT_EQ(servicio.mandato({"--raiz", otra, "--certificado", "/no/hay"}), 1)
-        << "a certificate without its key";
-    EXPECT_EQ(
-        servicio.mandato({"--raiz", otra, "--certificado", "/no/hay", "--clave-certificado", "/no/hay"}), 1);
-    for (const std::vector<std::string>& mala : std::initializer_list<std::vector<std::string>>{
-             {},
-             {"--puerto", "70000", "--raiz", otra},
-             {"--nada"},
-             {"usuario", "--raiz", otra},
-             {"usuario", "--raiz", otra, "--alta", "A", "--baja", "B"}}) {
-        EXPECT_EQ(servicio.mandato(mala), 2);
+    struct Caso {
+        const char* que;
+        std::vector<std::string> argumentos;
+        int codigo;
+    };
+    for (const auto& [que, argumentos, codigo] : std::initializer_list<Caso>{
+             {"a second one on the same root", {"--raiz", raiz, "--puerto", "0"}, 1},
+             {"a port that is taken", {"--raiz", otra, "--puerto", std::to_string(servicio.puerto())}, 1},
+             {"passwords in clear on the network", {"--raiz", otra, "--direccion", "0.0.0.0"}, 1},
+             {"a certificate without its key", {"--raiz", otra, "--certificado", "/no/hay"}, 1},
+             {"neither is there",
+              {"--raiz", otra, "--certificado", "/no/hay", "--clave-certificado", "/no/hay"},
+              1},
+             {"a user whose name no result carries",
+              {"usuario", "--raiz", raiz, "--alta", "A-B", "--clave", "x1"},
+              1},
+             {"no root", {}, 2},
+             {"no port", {"--puerto", "70000", "--raiz", otra}, 2},
+             {"nothing to do", {"usuario", "--raiz", otra}, 2},
+             {"two things at once", {"usuario", "--raiz", otra, "--alta", "A", "--baja", "B"}, 2},
+             {"a list beside the running service", {"usuario", "--raiz", raiz, "--listar"}, 0}}) {
+        EXPECT_EQ(servicio.mandato(argumentos), codigo) << que;
     }
-    EXPECT_EQ(servicio.mandato({"usuario", "--raiz", servicio.raiz(), "--alta", "A-B", "--clave", "x1"}), 1);
-    EXPECT_EQ(servicio.mandato({"usuario", "--raiz", servicio.raiz(), "--listar"}), 0);
 }
 
 }  // namespace

@@ -44,7 +44,7 @@ TEST_F(Usuarios, RefusesWhatTheResultsCouldNotCarry) {
     EXPECT_THROW(usuarios_.alta({std::string(64, 'A'), "clave1", "AC", "", {}}), ErrorServidor) << "exists";
 }
 
-TEST_F(Usuarios, CapacityBelongsToTheAccount) {
+TEST_F(Usuarios, CapacityBelongsToTheAccountAndCopiesToTheUser) {
     usuarios_.alta({"A", "clave1", "ac", "", 5});
     usuarios_.alta({"B", "clave2", "AC", "", {}});
     EXPECT_EQ(usuarios_.capacidadGb("AC"), 5);
@@ -53,19 +53,16 @@ TEST_F(Usuarios, CapacityBelongsToTheAccount) {
     EXPECT_EQ(usuarios_.buscar("B")->clave, "clave2") << "what was not given stays";
     EXPECT_EQ(usuarios_.porCuenta("ac").size(), 2U);
     EXPECT_THROW(usuarios_.modificar({"C", "clave3", "", "", {}}), ErrorServidor);
-}
 
-TEST_F(Usuarios, WhoIsStruckOffComesBackToHisCopies) {
-    usuarios_.alta({"A", "clave1", "AC", "", {}});
     const auto id = usuarios_.buscar("A")->id;
     usuarios_.baja("A");
     EXPECT_EQ(usuarios_.buscar("A"), nullptr);
-    EXPECT_TRUE(usuarios_.porCuenta("AC").empty());
+    EXPECT_EQ(usuarios_.porCuenta("AC").size(), 1U);
     EXPECT_EQ(usuarios_.porCarpetaRaiz("U0000001"), nullptr);
     EXPECT_THROW(usuarios_.baja("A"), ErrorServidor);
-    usuarios_.alta({"A", "clave2", "AC", "", {}});
-    EXPECT_EQ(usuarios_.buscar("A")->id, id);
-    EXPECT_EQ(usuarios_.buscar("A")->clave, "clave2");
+    usuarios_.alta({"A", "clave3", "AC", "", {}});
+    EXPECT_EQ(usuarios_.buscar("A")->id, id) << "who was struck off comes back to his copies";
+    EXPECT_EQ(usuarios_.buscar("A")->clave, "clave3");
 }
 
 TEST(UsuariosEnMarcha, AreSeenByTheRunningServiceAtOnce) {

@@ -4,54 +4,28 @@
 
 #include <httplib.h>
 
-#include <atomic>
-#include <chrono>
 #include <map>
 #include <memory>
 #include <pugixml.hpp>
 #include <span>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "apoyo/carpeta_prueba.h"
+#include "apoyo/reloj_fijo.h"
 #include "core/credencial.h"
 #include "server/servidor_embebido.h"
 #include "soap/base64.h"
 
 namespace tarvoline::pruebas {
 
-// Moved by the test while the service reads it.
-class RelojMovil final : public platform::Reloj {
-  public:
-    platform::FechaHora local() const override { return {2026, 3, 9, 8, 7, 6}; }
-    std::chrono::system_clock::time_point ahora() const override {
-        return std::chrono::system_clock::time_point(std::chrono::seconds(segundos_.load()));
-    }
-    void avanzar(std::chrono::seconds cuanto) { segundos_ += cuanto.count(); }
-
-  private:
-    std::atomic<std::int64_t> segundos_ = 1'800'000'000;
-};
-
 class FalloSoap : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
-
-inline std::string escaparXml(std::string_view texto) {
-    std::string escapado;
-    for (const char letra : texto) {
-        if (letra == '&')
-            escapado += "&amp;";
-        else if (letra == '<')
-            escapado += "&lt;";
-        else
-            escapado += letra;
-    }
-    return escapado;
-}
 
 inline std::string enBase64(std::string_view bytes) {
     std::string texto;
@@ -74,12 +48,16 @@ class ClientePrueba {
         return http_.Post("/qzback/service.asmx", cuerpo, "text/xml; charset=utf-8");
     }
     static std::string sobre(const std::string& operacion, const Parametros& parametros) {
-        std::string cuerpo = "<s:Envelope xmlns:s=\"http://schemas.xmlsoap.org/soap/envelope/\"><s:Body><" +
-                             operacion + " xmlns=\"urn:tarvoline:copias\">";
-        for (const auto& [nombre, valor] : parametros) {
-            cuerpo += "<" + nombre + ">" + escaparXml(valor) + "</" + nombre + ">";
-        }
-        return cuerpo + "</" + operacion + "></s:Body></s:Envelope>";
+        pugi::xml_document documento;
+        auto raiz = documento.append_child("s:Envelope");
+        raiz.append_attribute("xmlns:s") = "http://schemas.xmlsoap.org/soap/envelope/";
+        auto llamada = raiz.append_child("s:Body").append_child(operacion.c_str());
+        llamada.append_attribute("xmlns") = "urn:tarvoline:copias";
+        for (const auto& [nombre, valor] : parametros)
+            llamada.append_child(nombre.c_str()).text() = valor.c_str();
+        std::ostringstream texto;
+        documento.save(texto, "", pugi::format_raw | pugi::format_no_declaration);
+        return texto.str();
     }
     // The result; the other parts of the reply stand in `partes` by name.
     std::string llamar(const std::string& operacion, const Parametros& parametros) {
@@ -189,7 +167,7 @@ class ServicioEnMarcha {
     }
 
     CarpetaPrueba carpeta;
-    RelojMovil reloj;
+    RelojFijo reloj{{2026, 3, 9, 8, 7, 6}};
     core::RegistroMudo registro;
     std::unique_ptr<platform::SistemaArchivos> propio = platform::crearSistemaArchivos();
     platform::SistemaArchivos* archivos = propio.get();

@@ -2,11 +2,6 @@
 // processes.
 #pragma once
 
-#include <fcntl.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <filesystem>
 #include <memory>
 #include <stdexcept>
@@ -14,6 +9,7 @@
 #include <vector>
 
 #include "apoyo/carpeta_prueba.h"
+#include "apoyo/proceso.h"
 #include "apoyo/variables_proceso.h"
 
 namespace tarvoline::pruebas {
@@ -22,60 +18,6 @@ struct Salida {
     int codigo = 0;  // exit code, or 128 + signal
     std::string texto;
     std::string errores;
-};
-
-// A program that runs; killed with the object.
-class Proceso {
-  public:
-    Proceso(const std::string& programa, const std::vector<std::string>& argumentos, std::string salida,
-            std::string errores)
-        : salida_(std::move(salida)), errores_(std::move(errores)) {
-        const auto ruta = std::string(TARVOLINE_BIN) + "/" + programa;
-        std::vector<char*> argv{const_cast<char*>(ruta.c_str())};
-        for (const auto& argumento : argumentos) {
-            argv.push_back(const_cast<char*>(argumento.c_str()));
-        }
-        argv.push_back(nullptr);
-        hijo_ = ::fork();
-        if (hijo_ == 0) {
-            ::dup2(::open(salida_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 1);
-            ::dup2(::open(errores_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 2);
-            ::execv(ruta.c_str(), argv.data());
-            ::_exit(127);
-        }
-    }
-    ~Proceso() {
-        if (hijo_ > 0) {
-            ::kill(hijo_, SIGKILL);
-            ::waitpid(hijo_, nullptr, 0);
-        }
-    }
-    Proceso(const Proceso&) = delete;
-    Proceso& operator=(const Proceso&) = delete;
-
-    void senal(int cual) { ::kill(hijo_, cual); }
-    // True while it runs.
-    bool vive() {
-        recoger(WNOHANG);
-        return hijo_ > 0;
-    }
-    int esperar() {
-        recoger(0);
-        return codigo_;
-    }
-
-  private:
-    void recoger(int opciones) {
-        int estado = 0;
-        if (hijo_ > 0 && ::waitpid(hijo_, &estado, opciones) == hijo_) {
-            hijo_ = -1;
-            codigo_ = WIFEXITED(estado) ? WEXITSTATUS(estado) : 128 + WTERMSIG(estado);
-        }
-    }
-
-    pid_t hijo_ = -1;
-    int codigo_ = 0;
-    std::string salida_, errores_;
 };
 
 class Casa {

@@ -4,18 +4,13 @@
 #include <atomic>
 
 #include "apoyo/archivos_defectuosos.h"
-#include "apoyo/archivos_memoria.h"
-#include "apoyo/carpeta_prueba.h"
-#include "archivos_tropiezo.h"
 #include "datos_prueba.h"
 #include "zip/zip.h"
 
 namespace tarvoline::zip {
 namespace {
 
-using platform::ErrorArchivo;
-using pruebas::ArchivosTropiezo;
-using pruebas::Suceso;
+using pruebas::Operacion;
 namespace error_archivo = platform::error_archivo;
 
 class Fallos : public testing::Test {
@@ -50,77 +45,77 @@ class Fallos : public testing::Test {
 
     const std::vector<std::string> todo{"GRANDE", "RUIDO", "B"};
     pruebas::ArchivosMemoria archivos;
+    pruebas::ArchivosDefectuosos malos{archivos};
     std::string viejo;
 };
 
-// Every write, sync, open of a new file and rename fails once, until a run needs fewer.
+// Each call on a temporary file and each rename fails once, until a run needs fewer.
 TEST_F(Fallos, ElArchivoDeAntesQuedaIntactoFalleDondeFalleLaEscritura) {
-    archivos.sembrarDirectorio("z");
-    for (const int numero : {error_archivo::discoLleno, error_archivo::dispositivo}) {
-        int k = 0;
-        int resultado = -1;
-        while (resultado != codigo::bien) {
-            std::atomic<int> cuenta = 0;
-            ArchivosTropiezo malos(archivos, [&](Suceso suceso, const std::string& ruta) {
-                if (suceso == Suceso::leer || ruta.find(".tmp") == std::string::npos) return;
-                if (cuenta++ == k) throw ErrorArchivo(numero, ruta, "provoked");
-            });
+    struct Caso {
+        Operacion operacion;
+        const char* mascara;
+    };
+    for (const auto& [operacion, mascara] : {Caso{Operacion::abrir, "*.tmp*"},
+                                             {Operacion::escribir, "*.tmp*"},
+                                             {Operacion::sincronizar, "*.tmp*"},
+                                             {Operacion::renombrar, "*"}}) {
+        for (const int numero : {error_archivo::discoLleno, error_archivo::dispositivo}) {
+            SCOPED_TRACE(static_cast<int>(operacion));
+            const int esperado = numero == error_archivo::discoLleno ? codigo::discoLleno : codigo::escritura;
             Zip zip = preparar(malos);
-            resultado = zip.comprimir("base", todo);
-            if (resultado == codigo::bien) break;
-            ASSERT_EQ(resultado, numero == error_archivo::discoLleno ? codigo::discoLleno : codigo::escritura)
-                << k;
-            esperarIntacto();
-            ++k;
+            int vez = 1;
+            for (;; ++vez) {
+                malos.fallar({.operacion = operacion, .vez = vez, .mascara = mascara, .numero = numero});
+                const int resultado = zip.comprimir("base", todo);
+                malos.sanar();
+                if (resultado == codigo::bien) break;
+                ASSERT_EQ(resultado, esperado) << vez;
+                esperarIntacto();
+            }
+            EXPECT_GT(vez, 1) << "nothing failed";
+            EXPECT_EQ(contenido("B"), "nuevo");
+            archivos.sembrar("z/copia.zip", viejo);
         }
-        EXPECT_GE(k, 5);
-        EXPECT_EQ(contenido("B"), "nuevo");
-        archivos.sembrar("z/copia.zip", viejo);
     }
 }
 
 // The disk has so many bytes left, and the write that does not fit puts a part of them down.
 TEST_F(Fallos, ElDiscoSeLlenaEnCualquierByte) {
+    Zip zip = preparar(malos);
+    zip.hilos = 1;
     int llenos = 0;
-    for (std::uint64_t libres = 0;; libres += 9'973) {
-        pruebas::ArchivosDefectuosos malos(archivos);
+    for (std::uint64_t libres = 0;; libres += 9'973, ++llenos) {
         malos.limitarDisco(libres);
-        Zip zip = preparar(malos);
-        zip.hilos = 1;
         const int resultado = zip.comprimir("base", todo);
         if (resultado == codigo::bien) break;
         ASSERT_EQ(resultado, codigo::discoLleno) << libres;
         esperarIntacto();
-        ++llenos;
     }
     EXPECT_GE(llenos, 5);
     EXPECT_EQ(contenido("B"), "nuevo");
 }
 
-TEST_F(Fallos, UnArchivoNuevoQueFallaNoAparece) {
-    archivos.borrar("z/copia.zip");
-    ArchivosTropiezo malos(archivos, [](Suceso suceso, const std::string& ruta) {
-        if (suceso == Suceso::renombrar) throw ErrorArchivo(error_archivo::dispositivo, ruta, "provoked");
-    });
-    Zip zip = preparar(malos);
-    EXPECT_EQ(zip.comprimir("base", todo), codigo::escritura);
-    EXPECT_TRUE(archivos.listar("z").empty());
-}
-
 TEST_F(Fallos, LoIlegibleConservaLaEntradaDeAntesYLosDemasEntran) {
-    for (const auto& malo : {"base/B", "base/GRANDE"}) {
+    struct Caso {
+        std::vector<std::string> malos;
+        int lectura;  // the first that fails: of a large one, when pieces of it are finished already
+        std::string b;
+        std::size_t entradas;
+    };
+    for (const auto& caso :
+         {Caso{{"B"}, 1, "viejo", 3}, {{"GRANDE"}, 8, "nuevo", 2}, {todo, 1, "viejo", 1}}) {
         archivos.sembrar("z/copia.zip", viejo);
-        std::atomic<int> lecturas = 0;
-        ArchivosTropiezo malos(archivos, [&](Suceso suceso, const std::string& ruta) {
-            // The large one fails half way, when pieces of it are finished already.
-            const int desde = ruta == "base/GRANDE" ? 7 : 0;
-            if (suceso == Suceso::leer && ruta == malo && lecturas++ >= desde) {
-                throw ErrorArchivo(error_archivo::dispositivo, ruta, "provoked");
-            }
-        });
+        malos.sanar();
+        std::vector<std::string> rutas;
+        for (const auto& nombre : caso.malos) {
+            rutas.push_back("base/" + nombre);
+            malos.fallar(
+                {.operacion = Operacion::leer, .vez = caso.lectura, .mascara = nombre, .siempre = true});
+        }
+        SCOPED_TRACE(rutas.front());
         Zip zip = preparar(malos);
         std::uint64_t hecho = 0;
-        std::uint64_t total = 1;
+        std::uint64_t total = 0;
         zip.progreso = [&](std::uint64_t ahora, std::uint64_t de) {
             hecho = ahora;
             total = de;
@@ -128,23 +123,14 @@ TEST_F(Fallos, LoIlegibleConservaLaEntradaDeAntesYLosDemasEntran) {
         };
         EXPECT_EQ(zip.comprimir("base", todo), codigo::errorArchivo);
         EXPECT_EQ(hecho, total) << "what was given up counts as done";
-        EXPECT_EQ(zip.ilegibles(), std::vector<std::string>{malo});
-        EXPECT_EQ(contenido("B"), std::string(malo) == "base/B" ? "viejo" : "nuevo");
-        EXPECT_EQ(contenido("RUIDO"), platform::leerTodo(archivos, "base/RUIDO"));
+        EXPECT_EQ(zip.ilegibles(), rutas);
+        EXPECT_EQ(contenido("B"), caso.b);
+        std::vector<EntradaListada> lista;
+        EXPECT_EQ(zip.listar(lista), codigo::bien);
+        EXPECT_EQ(lista.size(), caso.entradas);
         EXPECT_EQ(archivos.listar("z").size(), 1U);
     }
-}
-
-TEST_F(Fallos, SiNadaSePuedeLeerElArchivoNoCambia) {
-    ArchivosTropiezo malos(archivos, [](Suceso suceso, const std::string& ruta) {
-        if (suceso == Suceso::abrir && ruta.starts_with("base/")) {
-            throw ErrorArchivo(error_archivo::permisoDenegado, ruta, "provoked");
-        }
-    });
-    Zip zip = preparar(malos);
-    EXPECT_EQ(zip.comprimir("base", todo), codigo::errorArchivo);
-    EXPECT_EQ(zip.ilegibles().size(), todo.size());
-    esperarIntacto();
+    esperarIntacto();  // nothing at all was readable
 }
 
 // The hook changes the input between listing and reading, or between two pieces.
@@ -153,10 +139,10 @@ TEST_F(Fallos, UnaEntradaQueCambiaDeLongitudODesapareceNoEntra) {
         archivos.sembrar("z/copia.zip", viejo);
         archivos.sembrar("base/INQUIETO", std::string(100'000, 'x'));
         std::atomic<int> lecturas = 0;
-        ArchivosTropiezo malos(archivos, [&](Suceso suceso, const std::string& ruta) {
-            if (ruta != "base/INQUIETO") return;
-            if (caso == 0 && suceso == Suceso::abrir) archivos.borrar(ruta);
-            if (caso > 0 && suceso == Suceso::leer && lecturas++ == 2) {
+        malos.alEmpezar([&](Operacion operacion, const std::string& ruta) {
+            if (ruta.find("INQUIETO") == std::string::npos) return;
+            if (caso == 0 && operacion == Operacion::abrir) archivos.borrar(ruta);
+            if (caso > 0 && operacion == Operacion::leer && lecturas++ == 2) {
                 archivos.abrir(ruta, platform::Apertura::escritura)->truncar(caso == 1 ? 100'001 : 10);
             }
         });
@@ -170,74 +156,63 @@ TEST_F(Fallos, UnaEntradaQueCambiaDeLongitudODesapareceNoEntra) {
 }
 
 TEST_F(Fallos, LoQueOtroTieneBloqueadoNoSeLee) {
-    const pruebas::CarpetaPrueba carpeta;
-    carpeta.escribir("T07.QZD", "tabla");
-    carpeta.escribir("U07.QZD", "otra");
-    const auto reales = platform::crearSistemaArchivos();
-    const auto otro = reales->abrir(carpeta.ruta("T07.QZD"), platform::Apertura::escritura,
-                                    platform::Comparticion::compartida);
-    ASSERT_TRUE(otro->bloquear({0, 2}, platform::TipoBloqueo::exclusivo));
-    Zip zip(*reales);
-    zip.destino = carpeta.ruta("copia.zip");
-    EXPECT_EQ(zip.comprimir(carpeta.ruta(), {"T07.QZD", "U07.QZD"}), codigo::errorArchivo);
+    const auto otro =
+        archivos.abrir("base/B", platform::Apertura::escritura, platform::Comparticion::compartida);
+    ASSERT_TRUE(otro->bloquear({0, 2}, platform::TipoBloqueo::exclusivo, {}));
+    Zip zip = preparar(archivos);
+    EXPECT_EQ(zip.comprimir("base", todo), codigo::errorArchivo);
+    EXPECT_EQ(contenido("B"), "viejo");
     otro->desbloquear({0, 2});
-    EXPECT_EQ(zip.comprimir(carpeta.ruta(), {"T07.QZD", "U07.QZD"}), codigo::bien);
+    EXPECT_EQ(zip.comprimir("base", todo), codigo::bien);
 }
 
-// The stop is answered at each call in turn, the writing of the archive included.
+struct FinDePrograma {};
+
+// The stop, or what the progress throws, comes at each call in turn, the writing of the archive included.
 TEST_F(Fallos, PararEnCualquierMomentoNoDejaNada) {
     archivos.sembrar("base/OTRO", std::string(3'000'000, '\0'));
-    archivos.sembrar("antes/B", "viejo");
     for (int k = 0;; ++k) {
         Zip zip = preparar(archivos);
         int llamadas = 0;
-        zip.progreso = [&](std::uint64_t, std::uint64_t) { return llamadas++ != k; };
-        const int resultado = zip.comprimir("base", {"GRANDE", "OTRO"});
+        zip.progreso = [&](std::uint64_t, std::uint64_t) {
+            if (llamadas++ == k && k % 2 == 1) throw FinDePrograma{};
+            return llamadas != k + 1;
+        };
+        int resultado = codigo::abortado;
+        bool fin = false;
+        try {
+            resultado = zip.comprimir("base", {"GRANDE", "OTRO"});
+        } catch (const FinDePrograma&) {
+            fin = true;
+        }
         if (llamadas <= k) {
             EXPECT_EQ(resultado, codigo::bien);
-            EXPECT_GT(k, 0);
+            EXPECT_GT(k, 1);
             break;
         }
         ASSERT_EQ(resultado, codigo::abortado) << k;
+        ASSERT_EQ(fin, k % 2 == 1) << "it goes out as it was thrown";
         esperarIntacto();
         if (k > 2000) FAIL() << "never ends";
     }
 }
 
-struct FinDePrograma {};
-
-TEST_F(Fallos, LoQueElProgresoLanzaSaleTalCual) {
-    for (const int k : {0, 1}) {
-        Zip zip = preparar(archivos);
-        zip.progreso = [&](std::uint64_t hecho, std::uint64_t total) -> bool {
-            if (k == 0 || hecho == total) throw FinDePrograma{};
-            return true;
-        };
-        EXPECT_THROW(zip.comprimir("base", todo), FinDePrograma);
-        esperarIntacto();
-    }
-}
-
 TEST_F(Fallos, UnDestinoQueNoEsZipSeDeja) {
-    archivos.sembrar("z/copia.zip", "hoja de cálculo");
+    viejo = "hoja de cálculo";
+    archivos.sembrar("z/copia.zip", viejo);
     Zip zip = preparar(archivos);
     EXPECT_EQ(zip.comprimir("base", todo), codigo::noEsZip);
-    EXPECT_EQ(platform::leerTodo(archivos, "z/copia.zip"), "hoja de cálculo");
+    esperarIntacto();
 }
 
 TEST_F(Fallos, DesempaquetarConElDiscoLlenoOUnaParadaQuitaElTrozo) {
-    Zip completo = preparar(archivos);
-    ASSERT_EQ(completo.comprimir("base", todo), codigo::bien);
-    ArchivosTropiezo malos(archivos, [](Suceso suceso, const std::string& ruta) {
-        if (suceso == Suceso::escribir && ruta == "fuera/RUIDO") {
-            throw ErrorArchivo(error_archivo::discoLleno, ruta, "provoked");
-        }
-    });
     Zip zip = preparar(malos);
+    ASSERT_EQ(zip.comprimir("base", todo), codigo::bien);
+    malos.fallar({.operacion = Operacion::escribir, .mascara = "RUIDO", .numero = error_archivo::discoLleno});
     EXPECT_EQ(zip.descomprimir("fuera"), codigo::discoLleno);
     EXPECT_FALSE(archivos.estado("fuera/RUIDO"));
-    completo.progreso = [](std::uint64_t, std::uint64_t) { return false; };
-    EXPECT_EQ(completo.descomprimir("aparte"), codigo::abortado);
+    zip.progreso = [](std::uint64_t, std::uint64_t) { return false; };
+    EXPECT_EQ(zip.descomprimir("aparte"), codigo::abortado);
     EXPECT_TRUE(archivos.listar("aparte").empty());
 }
 

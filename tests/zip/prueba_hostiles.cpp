@@ -2,9 +2,10 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
-#include <random>
+#include <span>
 
 #include "apoyo/archivos_memoria.h"
+#include "zip/deflactor.h"
 #include "zip/zip.h"
 
 namespace tarvoline::zip {
@@ -63,19 +64,10 @@ std::string armar(const std::vector<EntradaCruda>& entradas) {
     return bytes;
 }
 
-std::string deflactar(const std::string& datos) {
-    z_stream estado{};
-    deflateInit2(&estado, 9, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY);
-    std::string salida(deflateBound(&estado, static_cast<uLong>(datos.size())), '\0');
-    std::string copia = datos;
-    estado.next_in = reinterpret_cast<Bytef*>(copia.data());
-    estado.avail_in = static_cast<uInt>(copia.size());
-    estado.next_out = reinterpret_cast<Bytef*>(salida.data());
-    estado.avail_out = static_cast<uInt>(salida.size());
-    deflate(&estado, Z_FINISH);
-    salida.resize(estado.total_out);
-    deflateEnd(&estado);
-    return salida;
+std::string deflactar(std::string datos) {
+    Deflactor deflactor(9);
+    const auto bytes = deflactor.comprimir(std::as_writable_bytes(std::span(datos)), true);
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
 class Hostiles : public testing::Test {
@@ -89,70 +81,50 @@ class Hostiles : public testing::Test {
         archivos.sembrar("malo.zip", bytes);
         return zip.listar(lista);
     }
-    // Nothing but the archive and the (empty) target.
-    void esperarNadaEscrito() {
-        for (const auto& ruta : archivos.todas()) {
-            EXPECT_TRUE(ruta.ends_with('/') || ruta.ends_with("malo.zip")) << ruta;
-        }
-    }
     pruebas::ArchivosMemoria archivos;
     Zip zip;
     std::vector<EntradaListada> lista;
 };
 
-TEST_F(Hostiles, NombresQueSalenOSeRepiten) {
-    const std::vector<std::string> malos{
-        "../x",  "a/../../x", "a\\..\\..\\x",        "/x", "\\x", "C:\\x", "C:x", "..",
-        "bueno", "./bueno",   std::string("a\0b", 3)};
-    for (const auto& malo : malos) {
-        EXPECT_EQ(sacar(armar({{.nombre = "bueno", .datos = "1"}, {.nombre = malo, .datos = "2"}})),
-                  codigo::estructura)
-            << malo;
-        esperarNadaEscrito();
+TEST_F(Hostiles, LoQueMienteSeRechazaSinEscribirNada) {
+    std::vector<std::vector<EntradaCruda>> casos{
+        {{.nombre = "a", .datos = "1"}, {.nombre = "a/b", .datos = "2"}},
+        {{.nombre = "a\\b", .datos = "1"}, {.nombre = "a/b", .datos = "2"}},
+        {{.nombre = "suma", .datos = "datos", .crcMalo = true}},
+        {{.nombre = "roto", .datos = "\x07\xFF", .metodo = 8, .longitud = 9}}};
+    for (const char* malo :
+         {"../x", "a/../../x", "a\\..\\..\\x", "/x", "\\x", "C:\\x", "C:x", "..", "bueno", "./bueno"}) {
+        casos.push_back({{.nombre = "bueno", .datos = "1"}, {.nombre = malo, .datos = "2"}});
     }
-    EXPECT_EQ(sacar(armar({{.nombre = "a", .datos = "1"}, {.nombre = "a/b", .datos = "2"}})),
-              codigo::estructura);
-    EXPECT_EQ(sacar(armar({{.nombre = "a\\b", .datos = "1"}, {.nombre = "a/b", .datos = "2"}})),
-              codigo::estructura);
-    esperarNadaEscrito();
-}
-
-TEST_F(Hostiles, UnEnlaceSaleComoFicheroCorriente) {
-    ASSERT_EQ(sacar(armar({{.nombre = "enlace", .datos = "/etc", .atributos = 0xA1FFU << 16}})),
-              codigo::bien);
-    EXPECT_EQ(platform::leerTodo(archivos, "fuera/dentro/enlace"), "/etc");
-}
-
-TEST_F(Hostiles, MasOMenosBytesQueLosDeclarados) {
+    casos.push_back({{.nombre = std::string("a\0b", 3), .datos = "2"}});
     const std::string bomba = deflactar(std::string(5'000'000, '\0'));
     for (const std::uint32_t declarada : {0U, 100U, 4'999'999U, 5'000'001U}) {
-        EXPECT_EQ(sacar(armar({{.nombre = "bomba", .datos = bomba, .metodo = 8, .longitud = declarada}})),
-                  codigo::estructura)
-            << declarada;
-        esperarNadaEscrito();
+        casos.push_back({{.nombre = "bomba", .datos = bomba, .metodo = 8, .longitud = declarada}});
     }
-}
-
-TEST_F(Hostiles, SumaDeControlYDatosRotos) {
-    EXPECT_EQ(sacar(armar({{.nombre = "x", .datos = "datos", .crcMalo = true}})), codigo::estructura);
-    EXPECT_EQ(sacar(armar({{.nombre = "x", .datos = "\x07\xFF", .metodo = 8, .longitud = 9}})),
-              codigo::estructura);
-    esperarNadaEscrito();
+    for (const auto& caso : casos) {
+        EXPECT_EQ(sacar(armar(caso)), codigo::estructura) << caso.back().nombre << caso.back().longitud;
+        for (const auto& ruta : archivos.todas()) {
+            EXPECT_TRUE(ruta.ends_with('/') || ruta.ends_with("malo.zip")) << ruta;
+        }
+    }
 }
 
 TEST_F(Hostiles, LoCifradoOAjenoSeSaltaYElRestoSale) {
     EXPECT_EQ(sacar(armar({{.nombre = "cifrado", .datos = std::string(20, 'c'), .banderas = 1},
                            {.nombre = "ajeno", .datos = "x", .metodo = 77},
-                           {.nombre = "claro", .datos = "texto"}})),
+                           {.nombre = "enlace", .datos = "/etc", .atributos = 0xA1FFU << 16}})),
               codigo::entradasOmitidas);
-    EXPECT_EQ(platform::leerTodo(archivos, "fuera/dentro/claro"), "texto");
     EXPECT_EQ(archivos.listar("fuera/dentro").size(), 1U);
+    EXPECT_EQ(platform::leerTodo(archivos, "fuera/dentro/enlace"), "/etc") << "a link is a plain file";
     ASSERT_EQ(zip.listar(lista), codigo::bien);
     EXPECT_TRUE(lista[0].cifrada);
     EXPECT_FALSE(lista[2].cifrada);
 }
 
 TEST_F(Hostiles, NombresYOrdenDelListado) {
+    EXPECT_EQ(listar(armar({})), codigo::bien);
+    EXPECT_TRUE(lista.empty());
+    EXPECT_EQ(zip.descomprimir("fuera"), codigo::bien);
     ASSERT_EQ(listar(armar({{.nombre = "z\\A\xA4o.txt", .datos = "1"},
                             {.nombre = "a/Año.txt", .datos = "22", .banderas = 0x800},
                             {.nombre = "c/", .datos = ""}})),
@@ -166,13 +138,7 @@ TEST_F(Hostiles, NombresYOrdenDelListado) {
 
 TEST_F(Hostiles, LoQueNoEsUnZip) {
     EXPECT_EQ(zip.listar(lista), codigo::noEsZip) << "missing";
-    EXPECT_EQ(listar(""), codigo::noEsZip);
-    EXPECT_EQ(listar("P"), codigo::noEsZip);
-    std::mt19937 azar(5);
-    std::string ruido(70'000, '\0');
-    for (char& byte : ruido)
-        byte = static_cast<char>(azar() | 0x80);
-    EXPECT_EQ(listar(ruido), codigo::noEsZip);
+    EXPECT_EQ(listar(std::string(70'000, '\xA5')), codigo::noEsZip);
     const std::string bueno = armar({{.nombre = "a", .datos = "1"}});
     for (std::size_t corte = 0; corte < bueno.size(); ++corte) {
         EXPECT_EQ(listar(bueno.substr(0, corte)), codigo::noEsZip) << corte;
@@ -206,12 +172,6 @@ TEST_F(Hostiles, BytesDetrasDelFinal) {
         EXPECT_EQ(zip.listar(lista), codigo::bien);
         EXPECT_EQ(lista.size(), 2U);
     }
-}
-
-TEST_F(Hostiles, UnArchivoVacioNoTieneEntradas) {
-    EXPECT_EQ(listar(armar({})), codigo::bien);
-    EXPECT_TRUE(lista.empty());
-    EXPECT_EQ(zip.descomprimir("fuera"), codigo::bien);
 }
 
 }  // namespace

@@ -29,15 +29,18 @@ TEST(Nombres, SegurosAlDesempaquetar) {
 }
 
 TEST(TextoErrorZip, LaPrimeraEntradaQueContieneLasCifras) {
-    EXPECT_EQ(TextoErrorZip(150, "Error de ruta"), "XcdErrorDiskFull (150)\nError de ruta");
-    EXPECT_EQ(TextoErrorZip(1, "t"), "XcdWarningGeneral (10)\nt");
-    EXPECT_EQ(TextoErrorZip(20, "t"), "XcdErrorMemory (120)\nt");
     const std::string doble = "XcdWarningEmptyZipFile (50) XcdErrorNoZipFile (100)\nt";
-    EXPECT_EQ(TextoErrorZip(50, "t"), doble);
-    EXPECT_EQ(TextoErrorZip(100, "t"), doble);
-    EXPECT_EQ(TextoErrorZip(280, "Error de ruta"), "Error de ruta (ERROR 280)\nError de ruta");
-    EXPECT_EQ(TextoErrorZip(420, "t"), "XcdErrorWrongDisk (420)\nt");
-    EXPECT_EQ(TextoErrorZip(999, "t"), "");
+    for (const auto& [codigo, texto] :
+         std::initializer_list<std::pair<int, std::string>>{{150, "XcdErrorDiskFull (150)\nt"},
+                                                            {1, "XcdWarningGeneral (10)\nt"},
+                                                            {20, "XcdErrorMemory (120)\nt"},
+                                                            {50, doble},
+                                                            {100, doble},
+                                                            {280, "t (ERROR 280)\nt"},
+                                                            {420, "XcdErrorWrongDisk (420)\nt"},
+                                                            {999, ""}}) {
+        EXPECT_EQ(TextoErrorZip(codigo, "t"), texto);
+    }
 }
 
 }  // namespace
