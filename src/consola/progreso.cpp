@@ -31,7 +31,10 @@ void Progreso::dibujar(core::Parte parte) {
         linea = (t.subida ? "↑ " : "↓ ") + paraTerminal(t.nombre) + "  " + core::formatoEntero(t.hecho) +
                 " / " + core::formatoEntero(t.total);
         if (t.segundos > 0) {
-            linea += "  " + core::formatoImporte(static_cast<double>(t.hecho) / t.segundos / 1e6) + " MB/s";
+            const auto movidos = static_cast<double>(t.hecho - antes_);
+            linea += "  " + core::formatoImporte(movidos / t.segundos / 1e6) + " MB/s";
+        } else {
+            antes_ = t.hecho;
         }
     } else if (vista_.medidor.visible) {
         linea = std::to_string(vista_.medidor.porcentaje) + "%";

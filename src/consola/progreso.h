@@ -20,6 +20,7 @@ class Progreso {
 
     core::Vista& vista_;
     std::string ultima_;
+    long long antes_ = 0;  // bytes of earlier runs, which have no part in this one's speed
 };
 
 }  // namespace tarvoline::consola

@@ -72,19 +72,24 @@ std::string Espacio::EspacioOcupado() {
     if (estado().gRefrescando) {
         return {};
     }
-    std::string resultado;
-    core::ignorandoErrores(entorno_, "EspacioOcupado", [&] {
-        auto cliente = flujos_.nuevoCliente();
-        resultado = cliente.CalcularEspacioTotal(flujos_.enVigor());
-    });
+    const auto bytes = bytesDelUsuario();
     std::string mostrado;
-    if (!resultado.empty() && !core::esError(resultado)) {
-        estado().gEspacioUsado = core::ConvertirUnidad(resultado, B, MB);
+    if (!bytes.empty()) {
+        estado().gEspacioUsado = core::ConvertirUnidad(bytes, B, MB);
         mostrado = core::formatoImporte(
-            core::ConvertirUnidad(resultado, B, core::unidadPantalla, estado().gUnidadTamano));
+            core::ConvertirUnidad(bytes, B, core::unidadPantalla, estado().gUnidadTamano));
     }
     DatosInformeEspacio();
     return mostrado;
+}
+
+std::string Espacio::bytesDelUsuario() {
+    std::string bytes;
+    core::ignorandoErrores(entorno_, "CalcularEspacioTotal", [&] {
+        auto cliente = flujos_.nuevoCliente();
+        bytes = cliente.CalcularEspacioTotal(flujos_.enVigor());
+    });
+    return core::esError(bytes) ? std::string() : bytes;
 }
 
 void Espacio::DatosInformeEspacio() {
@@ -282,7 +287,9 @@ void Espacio::Imgcapacidad_Click() {
         DatosInformeEspacio();
         auto& informe = estado().gInforme;
         if (informe.empty()) {
-            informe = estado().gUsuario + "\t\t" + core::formatoImporte(estado().gEspacioUsado) + "\r\n";
+            const auto bytes = bytesDelUsuario();
+            const double usado = bytes.empty() ? estado().gEspacioUsado : core::ConvertirUnidad(bytes, B, MB);
+            informe = estado().gUsuario + "\t\t" + core::formatoImporte(usado) + "\r\n";
         }
         const auto hoy = entorno_.reloj.local();
         entorno_.almacen.MostrarListado({texto(textoTituloInforme), texto(textoCabezaInforme),

@@ -33,7 +33,8 @@ class Espacio : public Flujo {
                             double& capacidad);
     // EspacioOcupado, and its label.
     void Actualiza_Espacio_Ocupado();
-    // Shows the report.
+    // Shows the report. Of an account whose users are not known it tells the user in force alone, with
+    // gEspacioUsado when the service does not answer.
     void Imgcapacidad_Click();
     // Contracted capacity of the account in GB; 0 when unknown. Asked of the service when it tells
     // capacities, else of the setting `Capacidad`. Throws soap::ErrorServicio.
@@ -46,6 +47,8 @@ class Espacio : public Flujo {
                                std::string_view codigo);
     double medirCapacidad(const std::string& datosUsuario, service::ClienteServicio& cliente,
                           bool silencioso);
+    // What the service counts for the user in force; "" when it does not say.
+    std::string bytesDelUsuario();
     void compararUso(bool silencioso);
     void ponerUsado();
     void revisarUnidad();

@@ -109,8 +109,8 @@ void Listados::LlenarCarpetas() {
     elegirCarpeta(service::leerNombres(resultado), vista().carpetaElegida);
     vista().avisar(core::Parte::carpetas);
     if (estado().gUsuarioNuevo) {
-        estado().gUsuarioNuevo = false;
         RefrescarVista();
+        estado().gUsuarioNuevo = false;
     }
 }
 

@@ -14,14 +14,16 @@ namespace tarvoline::workflows {
 
 class MarcaTransferencia {
   public:
+    // `hecho`: bytes of an earlier run, which this one does not move again.
     MarcaTransferencia(core::Vista& vista, soap::Conexion& conexion, bool subida, std::string nombre,
-                       std::int64_t total)
+                       std::int64_t total, std::int64_t hecho = 0)
         : vista_(vista), conexion_(conexion), anterior_(std::exchange(conexion.alEsperar, {})) {
         vista_.transferencia = {};
         vista_.transferencia.activa = true;
         vista_.transferencia.subida = subida;
         vista_.transferencia.nombre = std::move(nombre);
         vista_.transferencia.total = total;
+        vista_.transferencia.hecho = hecho;
         conexion_.alEsperar = [this](bool espera) { esperar(espera); };
         vista_.avisar(core::Parte::transferencia);
     }

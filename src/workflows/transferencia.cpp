@@ -83,7 +83,8 @@ void Transferencia::enviar(service::ClienteServicio& cliente, const service::Env
             panel.MostrarProgreso(envio.ruta, total, actual);
         }
     };
-    MarcaTransferencia marca(vista(), flujos_.conexion(), true, envio.nombre, envio.longitud);
+    MarcaTransferencia marca(vista(), flujos_.conexion(), true, envio.nombre, envio.longitud,
+                             envio.posicion - 1);
     progreso(envio.longitud, 0);
     const bool porPiezas = envio.longitud >= service::longitudPieza;
     if (porPiezas) {

@@ -16,6 +16,13 @@ using ::testing::IsEmpty;
 
 class PruebaListados : public ::testing::Test {
   protected:
+    // The view of personal files, of these names.
+    void listar(const std::string& nombres) {
+        vista.Option1 = Opcion::personal;
+        mundo.servicio.responder("ListadoArchivos", nombres);
+        listados.RefrescarVista();
+    }
+
     pruebas::MundoServicio mundo;
     core::Vista& vista = mundo.vista();
     core::Estado& estado = mundo.estado();
@@ -35,10 +42,8 @@ TEST_F(PruebaListados, LaVistaLlevaElProducto) {
 }
 
 TEST_F(PruebaListados, OrdenDeLasLlamadasDeUnListado) {
-    vista.Option1 = Opcion::personal;
-    mundo.servicio.responder("ListadoArchivos", "uno\tdos");
     mundo.servicio.responder("FileSize", "10");
-    listados.RefrescarVista();
+    listar("uno\tdos");
     EXPECT_EQ(mundo.servicio.nombres(true),
               "DTS listadocarpetas DTS ListadoArchivos DTS FileSize DTS FileSize");
     EXPECT_THAT(vista.List1, ElementsAre("uno", "dos"));
@@ -56,50 +61,37 @@ TEST_F(PruebaListados, ElegirUnaVista) {
     EXPECT_EQ(mundo.servicio.llamadas("LeerHistorico").size(), 1U);
 }
 
-TEST_F(PruebaListados, AlEmpezarSoloSeAnota) {
-    estado.gInicio = true;
+TEST_F(PruebaListados, MientrasAlgoCorreNadaCambiaYAlEmpezarSoloSeAnota) {
     vista.carpetas = {"DATOS", "VENTAS"};
-    listados.carpetas_Click(1);
-    listados.Option1_Click(3);
-    EXPECT_EQ(vista.Option1, Opcion::vxcrm);
-    EXPECT_EQ(estado.gCarpeta, "VENTAS");
-    EXPECT_EQ(mundo.servicio.nombres(), "");
-    EXPECT_EQ(mundo.clave("Programa"), "");
-}
-
-TEST_F(PruebaListados, MientrasAlgoCorreNadaCambia) {
     vista.ocupada = true;
-    vista.carpetas = {"DATOS", "VENTAS"};
     listados.Option1_Click(3);
     listados.carpetas_Click(1);
     EXPECT_EQ(vista.Option1, Opcion::veldorix);
     EXPECT_EQ(estado.gCarpeta, "DATOS");
     vista.ocupada = false;
+    estado.gInicio = true;
+    listados.carpetas_Click(1);
+    listados.Option1_Click(3);
+    EXPECT_EQ(vista.Option1, Opcion::vxcrm);
+    EXPECT_EQ(estado.gCarpeta, "VENTAS");
+    EXPECT_EQ(mundo.servicio.nombres() + mundo.clave("Programa"), "");
 }
 
-TEST_F(PruebaListados, UnRechazoVaciaLaListaYSeDice) {
-    vista.List1 = {"viejo"};
-    vista.fx1.ponerFilas(2);
-    vista.fx1.ponerCelda(1, 2, "viejo");
-    mundo.servicio.responder("ListadoArchivos", "ERROR:carpeta no válida");
-    listados.RefrescarVista();
-    EXPECT_THAT(vista.List1, IsEmpty());
-    EXPECT_EQ(vista.fx1.celda(1, 2), "") << "rows of another folder could be deleted in this one";
-    EXPECT_EQ(mundo.guion().ultimo().texto, "ERROR<1250><2224>");
-    EXPECT_EQ(mundo.guion().ultimo().icono, core::Icono::ninguno);
-}
-
-TEST_F(PruebaListados, SinServicioSeDiceUnaVez) {
-    vista.List1 = {"viejo"};
-    vista.fx1.ponerFilas(2);
-    vista.fx1.ponerCelda(1, 2, "viejo");
+TEST_F(PruebaListados, UnListadoFallidoVaciaLaListaYSeDiceUnaVez) {
+    const auto fallar = [&](const char* esperado) {
+        vista.List1 = {"viejo"};
+        vista.fx1.ponerFilas(2);
+        vista.fx1.ponerCelda(1, 2, "viejo");
+        mundo.guion().olvidar();
+        listar("ERROR:carpeta no válida");
+        EXPECT_THAT(vista.List1, IsEmpty());
+        EXPECT_EQ(vista.fx1.celda(1, 2), "") << "rows of another folder could be deleted in this one";
+        ASSERT_EQ(mundo.guion().cajas().size(), 1U);
+        EXPECT_EQ(mundo.guion().ultimo().texto, esperado);
+    };
+    fallar("ERROR<1250><2224>");
     mundo.servicio.parar();
-    listados.elegirVista(Opcion::personal);
-    EXPECT_THAT(vista.List1, IsEmpty());
-    EXPECT_EQ(vista.fx1.celda(1, 2), "");
-    ASSERT_EQ(mundo.guion().cajas().size(), 1U);
-    EXPECT_EQ(mundo.guion().ultimo().texto, "ERROR<1250> <1934>");
-    EXPECT_EQ(mundo.guion().ultimo().icono, core::Icono::parada);
+    fallar("ERROR<1250> <1934>");
 }
 
 TEST_F(PruebaListados, SinClaveDeAccesoSePideUnUsuario) {
@@ -112,56 +104,40 @@ TEST_F(PruebaListados, SinClaveDeAccesoSePideUnUsuario) {
     EXPECT_FALSE(mundo.guion().mostro("ERROR"));
 }
 
-TEST_F(PruebaListados, EnElCaminoDesatendidoNoSeRefresca) {
-    estado.gDesatendido = true;
-    listados.RefrescarVista();
-    EXPECT_EQ(mundo.servicio.nombres(), "");
+TEST_F(PruebaListados, LaCarpetaQueQuedaEnVigor) {
+    struct Caso {
+        const char* lista;
+        int recordada;
+        const char* enVigor;
+        const char* esperada;
+        int elegida;
+    };
+    for (const auto& caso :
+         {Caso{"UNO\tDOS", 1, "OTRA", "DOS", 1}, Caso{"UNO\tDOS", 2, "dos", "dos", 1},
+          Caso{"UNO\tDOS", -1, "TRES", "Datos", -1}, Caso{"UNO\tDATOS", -1, "TRES", "Datos", 1},
+          Caso{"", -1, "TRES", "Datos", 0}, Caso{"\t\tUNO\t", 0, "", "UNO", 0}}) {
+        SCOPED_TRACE(std::string(caso.lista) + " / " + caso.enVigor);
+        mundo.servicio.responder("listadocarpetas", caso.lista);
+        vista.carpetaElegida = caso.recordada;
+        estado.gCarpeta = caso.enVigor;
+        listados.LlenarCarpetas();
+        EXPECT_EQ(estado.gCarpeta, caso.esperada);
+        EXPECT_EQ(vista.textoCarpetas, caso.esperada);
+        EXPECT_EQ(vista.carpetaElegida, caso.elegida);
+    }
 }
-
-struct CasoCarpetas {
-    const char* lista;
-    int recordada;
-    const char* enVigor;
-    const char* esperada;
-    int elegida;
-};
-
-class PruebaCarpetas : public PruebaListados, public ::testing::WithParamInterface<CasoCarpetas> {};
-
-TEST_P(PruebaCarpetas, LaQueQuedaEnVigor) {
-    const auto& caso = GetParam();
-    mundo.servicio.responder("listadocarpetas", caso.lista);
-    vista.carpetaElegida = caso.recordada;
-    estado.gCarpeta = caso.enVigor;
-    listados.LlenarCarpetas();
-    EXPECT_EQ(estado.gCarpeta, caso.esperada);
-    EXPECT_EQ(vista.textoCarpetas, caso.esperada);
-    EXPECT_EQ(vista.carpetaElegida, caso.elegida);
-}
-
-INSTANTIATE_TEST_SUITE_P(Casos, PruebaCarpetas,
-                         ::testing::Values(CasoCarpetas{"UNO\tDOS", 1, "OTRA", "DOS", 1},
-                                           CasoCarpetas{"UNO\tDOS", 2, "dos", "dos", 1},
-                                           CasoCarpetas{"UNO\tDOS", -1, "TRES", "Datos", -1},
-                                           CasoCarpetas{"UNO\tDATOS", -1, "TRES", "Datos", 1},
-                                           CasoCarpetas{"", -1, "TRES", "Datos", 0},
-                                           CasoCarpetas{"\t\tUNO\t", 0, "", "UNO", 0}));
 
 TEST_F(PruebaListados, CarpetasRechazadas) {
     mundo.servicio.responder("listadocarpetas", "ERROR:sin permiso");
     vista.carpetas = {"A"};
-    bool refrescandoAlMostrar = false;
-    vista.alCambiar = [&](core::Parte) {};
     listados.LlenarCarpetas();
-    refrescandoAlMostrar = estado.gRefrescando;
-    EXPECT_FALSE(refrescandoAlMostrar) << "lowered when the routine ends";
+    EXPECT_FALSE(estado.gRefrescando) << "lowered when the routine ends";
     EXPECT_EQ(mundo.guion().ultimo().texto, "sin permiso");
     EXPECT_THAT(vista.carpetas, ElementsAre("A"));
     listados.AnadirCarpetasNuevas();
     EXPECT_EQ(mundo.guion().cajas().size(), 1U);
-}
 
-TEST_F(PruebaListados, AnadirSoloLasNuevas) {
+    mundo.servicio.responder("listadocarpetas", "DATOS\tVENTAS");
     vista.carpetas = {"VENTAS", "datos"};
     vista.carpetaElegida = 0;
     listados.AnadirCarpetasNuevas();
@@ -172,8 +148,15 @@ TEST_F(PruebaListados, AnadirSoloLasNuevas) {
 TEST_F(PruebaListados, UsuarioNuevoVuelveALeerLaVista) {
     estado.gUsuarioNuevo = true;
     vista.Option1 = Opcion::personal;
+    int recargas = 0;
+    mundo.servicio.responder("ListadoArchivos", [&](pruebas::ServicioGuion::Argumentos&) {
+        ++recargas;
+        EXPECT_TRUE(estado.gUsuarioNuevo) << "new until his view has been read";
+        return std::string();
+    });
     listados.LlenarCarpetas();
-    EXPECT_EQ(mundo.servicio.llamadas("ListadoArchivos").size(), 1U);
+    listados.LlenarCarpetas();
+    EXPECT_EQ(recargas, 1);
     EXPECT_FALSE(estado.gUsuarioNuevo);
 }
 
@@ -204,35 +187,30 @@ TEST_F(PruebaListados, ValidarUsuario) {
 }
 
 TEST_F(PruebaListados, TamanosDeLasFilas) {
-    vista.Option1 = Opcion::personal;
-    mundo.servicio.responder("ListadoArchivos", "uno\troto\tdos");
     mundo.servicio.responder("FileSize", [](pruebas::ServicioGuion::Argumentos& a) {
         const auto& nombre = std::get<std::string>(a[4]);
         return nombre == "roto" ? "ERROR:roto" : nombre == "uno" ? "1048576" : "2097152";
     });
-    listados.RefrescarVista();
+    listar("uno\troto\tdos");
     EXPECT_EQ(vista.fx1.celda(1, 5), core::formatoImporte(1) + " MB");
     EXPECT_EQ(vista.fx1.celda(2, 7), "");
     EXPECT_EQ(vista.fx1.celda(3, 7), "2097152");
     EXPECT_EQ(vista.lbtotalocupado, core::formatoImporte(3) + " MB");
     EXPECT_TRUE(mundo.guion().mostro("ERROR:roto"));
     EXPECT_FALSE(vista.medidor.visible);
-}
 
-TEST_F(PruebaListados, UnaLineaCaidaSeDiceUnaVezEnLosTamanos) {
-    vista.Option1 = Opcion::personal;
-    mundo.servicio.responder("ListadoArchivos", "uno\tdos\ttres");
+    // A line that is down is told once.
+    mundo.guion().olvidar();
+    mundo.servicio.olvidar();
     mundo.servicio.responder("FileSize", "7");
     mundo.servicio.cortar("FileSize", 2);
-    listados.RefrescarVista();
+    listar("uno\tdos\ttres");
     EXPECT_EQ(mundo.guion().cajas().size(), 1U);
     EXPECT_EQ(mundo.servicio.llamadas("FileSize").size(), 2U);
     EXPECT_EQ(vista.fx1.celda(1, 7), "7");
 }
 
 TEST_F(PruebaListados, MedirNoImpideOrdenarNiHacerOtraCosa) {
-    vista.Option1 = Opcion::personal;
-    mundo.servicio.responder("ListadoArchivos", "a\tb\tc\td");
     mundo.servicio.responder("FileSize", [](pruebas::ServicioGuion::Argumentos& a) {
         return std::to_string(std::get<std::string>(a[4])[0]);
     });
@@ -243,7 +221,7 @@ TEST_F(PruebaListados, MedirNoImpideOrdenarNiHacerOtraCosa) {
     // Each file keeps its own size when the rows change places in mid-way.
     estado.SentidoOrden = 1;
     mundo.guion().enTurno(1, [&] { mundo.flujos.lista().Ordenar_Click(0); });
-    listados.RefrescarVista();
+    listar("a\tb\tc\td");
     EXPECT_THAT(filas, ElementsAre(1, 3, 2, 1));
     for (int fila = 1; fila <= 4; ++fila) {
         EXPECT_EQ(vista.fx1.celda(fila, 7), std::to_string(vista.fx1.celda(fila, 2)[0])) << fila;
@@ -261,10 +239,8 @@ TEST_F(PruebaListados, MedirNoImpideOrdenarNiHacerOtraCosa) {
 }
 
 TEST_F(PruebaListados, TamanoDeLaSeleccion) {
-    vista.Option1 = Opcion::personal;
-    mundo.servicio.responder("ListadoArchivos", "uno\tdos\ttres");
     mundo.servicio.responder("FileSize", "1048576");
-    listados.RefrescarVista();
+    listar("uno\tdos\ttres");
     vista.fx1.Row = 3;
     vista.fx1.RowSel = 2;
     listados.Command1_Click();
@@ -275,14 +251,6 @@ TEST_F(PruebaListados, TamanoDeLaSeleccion) {
     mundo.servicio.responder("FileSize", "2147483648");
     EXPECT_EQ(listados.TamanoArchivo("PERSONAL", "uno"), -1);
     EXPECT_TRUE(mundo.guion().mostro("2147483648"));
-}
-
-TEST_F(PruebaListados, EliminarUnArchivo) {
-    EXPECT_TRUE(listados.EliminarArchivoServidor("PERSONAL", "a.txt"));
-    EXPECT_EQ(mundo.servicio.nombres(), "EliminarArchivo") << "reloading is the caller's job";
-    mundo.servicio.responder("EliminarArchivo", "ERROR:en uso");
-    EXPECT_FALSE(listados.EliminarArchivoServidor("PERSONAL", "a.txt"));
-    EXPECT_EQ(mundo.servicio.llamadas("ListadoArchivos").size(), 1U);
 }
 
 }  // namespace

@@ -2,11 +2,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <utility>
 
 #include "apoyo/archivos_defectuosos.h"
 #include "platform/acceso_inicio.h"
-#include "workflows/espacio.h"
 #include "workflows/mundo_servicio.h"
 #include "workflows/temporales.h"
 #include "workflows/transferencia.h"
@@ -17,7 +18,6 @@ namespace {
 using service::longitudPieza;
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
-using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 constexpr std::size_t c = longitudPieza;
@@ -27,6 +27,9 @@ class PruebaSubidas : public ::testing::Test {
     std::string zip(std::size_t longitud, const std::string& nombre = "ALFA.ZIP") {
         return mundo.nucleo.carpeta().escribir("temporal/Veldorix/Tarvoline/" + nombre,
                                                pruebas::contenidoDePrueba(longitud));
+    }
+    void anotar(const std::string& clave, const std::string& valor) {
+        mundo.nucleo.ajustes.GrabarRegistro(clave, valor, "NETBACKUP", "VELDORIX");
     }
     bool hayAcceso() { return platform::existeAccesoInicio(mundo.nucleo.archivos, "Tarvoline"); }
     std::string registro(const std::string& producto = "VELDORIX") const {
@@ -38,6 +41,9 @@ class PruebaSubidas : public ::testing::Test {
         return texto;
     }
     static std::string vacio() { return "|||||||"; }
+    static std::string quedan(const std::string& ruta, std::size_t posicion) {
+        return ruta + "|" + std::to_string(posicion) + "|VELDORIX|maria|secreta|DATOS|CUENTA1|";
+    }
     std::vector<std::int32_t> posiciones() const {
         std::vector<std::int32_t> lista;
         for (const auto& llamada : mundo.servicio.llamadas("Backup"))
@@ -52,50 +58,35 @@ class PruebaSubidas : public ::testing::Test {
 
 TEST_F(PruebaSubidas, DeCuandoEmpiezaACuandoTermina) {
     const auto ruta = zip(2 * c + 9);
-    mundo.vista().alCambiar = [&](core::Parte parte) {
-        if (parte != core::Parte::transferencia || mundo.vista().transferencia.piezas != 1) return;
-        EXPECT_EQ(registro(), ruta + "|" + mundo.clave("Offset") + "|VELDORIX|maria|secreta|DATOS|CUENTA1|");
-        EXPECT_TRUE(hayAcceso());
-        EXPECT_EQ(mundo.vista().transferencia.hecho, static_cast<long long>(c));
-        EXPECT_TRUE(mundo.vista().transferencia.activa);
+    mundo.vista().alCambiar = [&](core::Parte) {
+        const auto& marcha = mundo.vista().transferencia;
+        if (marcha.piezas != 1 || !marcha.esperandoServicio) return;
+        EXPECT_EQ(registro(), quedan(ruta, c + 1)) << "written before the second piece";
+        EXPECT_TRUE(hayAcceso() && marcha.activa);
+        EXPECT_EQ(marcha.hecho, static_cast<long long>(c));
     };
     EXPECT_EQ(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), "");
     EXPECT_THAT(posiciones(), ElementsAre(1, c + 1, 2 * c + 1));
     EXPECT_EQ(transferencia.piezasEnviadas(), 3);
     EXPECT_EQ(registro(), vacio());
-    EXPECT_FALSE(hayAcceso());
-    EXPECT_FALSE(std::filesystem::exists(ruta));
-    EXPECT_FALSE(mundo.vista().transferencia.activa);
-    EXPECT_FALSE(mundo.vista().medidor.visible);
-    EXPECT_EQ(mundo.vista().NombreArchivo, "");
+    EXPECT_FALSE(hayAcceso() || std::filesystem::exists(ruta));
+    EXPECT_FALSE(mundo.vista().transferencia.activa || mundo.vista().medidor.visible);
     EXPECT_FALSE(estado.gInterrumpido);
 }
 
-TEST_F(PruebaSubidas, CadaPiezaCuestaDosLlamadas) {
-    transferencia.SubirArchivo(zip(3 * c + 1), "VELDORIX", true, 1);
-    const auto todas = mundo.servicio.nombres(true);
-    EXPECT_THAT(todas, EndsWith("DTS Backup DTS Backup DTS Backup"));
-    EXPECT_THAT(todas, StartsWith("DTS CapacidadContratada DTS Backup"));
-}
-
-TEST_F(PruebaSubidas, SoloSeBorraLaCopiaDeVeldorix) {
+TEST_F(PruebaSubidas, LoQueElServicioContestaTerminaLaSubida) {
     for (const char* tipo : {"PERSONAL", "VXCRM"}) {
         const auto ruta = zip(10);
         EXPECT_EQ(transferencia.SubirArchivo(ruta, tipo, false, 1), "");
         EXPECT_TRUE(std::filesystem::exists(ruta)) << tipo;
     }
-    EXPECT_EQ(mundo.servicio.llamadas("Backup").at(0).bytes(6).size(), 11U) << "one zero byte more";
-    EXPECT_EQ(mundo.servicio.llamadas("Backup").at(0).bytes(6).back(), std::byte{0});
-}
-
-TEST_F(PruebaSubidas, UnRechazoSeLlevaElRegistroYLaCopia) {
     mundo.servicio.responder("Backup", "ERROR:cuenta cerrada");
     const auto ruta = zip(2 * c);
     EXPECT_EQ(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), "ERROR:cuenta cerrada");
-    EXPECT_EQ(registro(), vacio());
-    EXPECT_FALSE(std::filesystem::exists(ruta));
-    EXPECT_FALSE(estado.gInterrumpido);
     EXPECT_EQ(transferencia.piezasEnviadas(), 1);
+    EXPECT_EQ(registro(), vacio());
+    EXPECT_FALSE(std::filesystem::exists(ruta)) << "the copy of a company goes with its record";
+    EXPECT_FALSE(estado.gInterrumpido);
 }
 
 TEST_F(PruebaSubidas, UnErrorDejaTodoParaSeguir) {
@@ -103,109 +94,79 @@ TEST_F(PruebaSubidas, UnErrorDejaTodoParaSeguir) {
     const auto ruta = zip(4 * c);
     const auto texto = transferencia.SubirArchivo(ruta, "VELDORIX", true, 1);
     EXPECT_THAT(texto, StartsWith("ERROR<1250> "));
-    EXPECT_THAT(texto, HasSubstr("fallo de prueba"));
-    EXPECT_THAT(texto, EndsWith(", detalle de prueba"));
-    EXPECT_EQ(mundo.clave("Active"), ruta);
-    EXPECT_EQ(mundo.clave("Offset"), std::to_string(c + 1));
-    EXPECT_TRUE(std::filesystem::exists(ruta));
-    EXPECT_TRUE(hayAcceso());
+    EXPECT_THAT(texto, EndsWith("fallo de prueba, detalle de prueba"));
+    EXPECT_EQ(registro(), quedan(ruta, c + 1));
+    EXPECT_TRUE(hayAcceso() && std::filesystem::exists(ruta));
     EXPECT_FALSE(estado.gInterrumpido);
 
     mundo.servicio.olvidar();
     estado.gUsuario = estado.gPassword = estado.gCuenta = "otro";
     estado.gCarpeta = "OTRA";
+    long long menor = 4 * c;
+    mundo.vista().alCambiar = [&](core::Parte) {
+        menor = std::min(menor, mundo.vista().transferencia.hecho);
+    };
     EXPECT_EQ(transferencia.ContinuarSubida(), "");
     EXPECT_THAT(posiciones(), ElementsAre(c + 1, 2 * c + 1, 3 * c + 1))
         << "no byte before the cut goes again";
+    EXPECT_EQ(menor, static_cast<long long>(c)) << "nor counts as this run's";
     const auto pieza = mundo.servicio.llamadas("Backup").at(0);
     EXPECT_EQ(pieza.texto(0) + pieza.texto(2) + pieza.texto(3) + pieza.texto(4), "mariaCUENTA1DATOSVELDORIX");
     EXPECT_EQ(registro(), vacio());
     EXPECT_FALSE(std::filesystem::exists(ruta));
-}
 
-TEST_F(PruebaSubidas, UnCorteEnLaUltimaPiezaNoTieneSalida) {
-    mundo.servicio.cortar("Backup", 2);
-    const auto ruta = zip(2 * c);
-    EXPECT_THAT(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), StartsWith("ERROR"));
-    for (int intento = 0; intento < 2; ++intento) {
-        EXPECT_THAT(transferencia.ContinuarSubida(), StartsWith("ERROR<1250> "));
-        EXPECT_EQ(mundo.clave("Active"), ruta);
-        EXPECT_EQ(mundo.clave("Offset"), std::to_string(c + 1));
-        EXPECT_TRUE(std::filesystem::exists(ruta));
+    // A damaged position starts the file anew.
+    for (const char* posicion : {"", "-7", "basura"}) {
+        mundo.servicio.olvidar();
+        anotar("Active", zip(2 * c));
+        anotar("User", "maria");
+        anotar("Offset", posicion);
+        EXPECT_EQ(transferencia.ContinuarSubida(), "");
+        EXPECT_THAT(posiciones(), ElementsAre(1, c + 1)) << posicion;
     }
 }
 
-TEST_F(PruebaSubidas, UnArchivoDeUnPasoJustoDejaElRegistro) {
-    const auto ruta = zip(c);
-    EXPECT_THAT(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), StartsWith("ERROR<1250> "));
-    EXPECT_EQ(mundo.clave("Active"), ruta);
-    EXPECT_EQ(mundo.clave("Offset"), "1");
-}
-
-TEST_F(PruebaSubidas, SinServicioQuedaElRegistroDesdeElPrincipio) {
-    mundo.servicio.fallar("DTS", 2);  // the first belongs to the capacity
+TEST_F(PruebaSubidas, LoQueNoLlegaAEmpezarNoDejaRegistro) {
     const auto ruta = zip(3 * c);
-    EXPECT_THAT(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), StartsWith("ERROR<1250> "));
-    EXPECT_EQ(mundo.clave("Offset"), "1");
-    mundo.servicio.parar();
-    transferencia.borrarRegistroSubida();
-    EXPECT_THAT(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), StartsWith("ERROR<1250> "));
-    EXPECT_EQ(registro(), vacio()) << "an error before the first step leaves the keys alone";
-}
-
-TEST_F(PruebaSubidas, SinSitio) {
+    const auto subir = [&](const std::string& que) {
+        auto texto = transferencia.SubirArchivo(que, "VELDORIX", true, 1);
+        EXPECT_EQ(registro(), vacio()) << texto;
+        EXPECT_TRUE(std::filesystem::exists(ruta)) << texto;
+        return texto;
+    };
+    EXPECT_EQ(subir("no se ha podido copiar"), "ERROR: no se ha podido copiar")
+        << "a text in place of a path";
+    EXPECT_EQ(mundo.servicio.nombres(), "");
+    estado.gDetener = true;
+    EXPECT_EQ(subir(ruta), "");
+    EXPECT_TRUE(std::exchange(estado.gInterrumpido, false));
+    estado.gDetener = false;
     mundo.servicio.responder("CapacidadContratada", "0.0000001");
-    const auto ruta = zip(c);
-    EXPECT_EQ(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), "NO");
+    EXPECT_EQ(subir(ruta), "NO");
     EXPECT_TRUE(estado.gInterrumpido);
-    EXPECT_EQ(registro(), vacio());
-    EXPECT_TRUE(std::filesystem::exists(ruta));
+    mundo.servicio.responder("CapacidadContratada", "10");
+    const auto enorme = zip(0, "ENORME.ZIP");
+    std::filesystem::resize_file(enorme, std::uintmax_t{1} << 31);
+    EXPECT_THAT(subir(enorme), StartsWith("ERROR<1250> Desbordamiento"));
+    mundo.servicio.parar();
+    EXPECT_THAT(subir(ruta), StartsWith("ERROR<1250> "));
     EXPECT_TRUE(mundo.servicio.llamadas("Backup").empty());
 }
 
-TEST_F(PruebaSubidas, DetenerAntesYDurante) {
+TEST_F(PruebaSubidas, DetenerNoDejaNadaYCerrarLaVentanaEsComoUnaCaida) {
     const auto ruta = zip(4 * c);
-    estado.gDetener = true;
-    EXPECT_EQ(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), "");
-    EXPECT_TRUE(estado.gInterrumpido);
-    EXPECT_EQ(transferencia.piezasEnviadas(), 0);
-    EXPECT_EQ(registro(), vacio());
-    EXPECT_TRUE(std::filesystem::exists(ruta));
+    mundo.guion().cerrarVentanaEnTurno(4);
+    EXPECT_THROW(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), core::FinDePrograma);
+    EXPECT_EQ(registro(), quedan(ruta, c + 1));
+    EXPECT_TRUE(hayAcceso() && std::filesystem::exists(ruta));
 
-    estado.gDetener = estado.gInterrumpido = false;
     mundo.guion().enTurno(mundo.guion().turnos + 5, [&] { estado.gDetener = true; });  // before piece 3
     EXPECT_EQ(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), "");
     EXPECT_TRUE(estado.gInterrumpido);
     EXPECT_FALSE(estado.gDetener);
     EXPECT_EQ(transferencia.piezasEnviadas(), 2);
     EXPECT_EQ(registro(), vacio());
-    EXPECT_FALSE(std::filesystem::exists(ruta));
-}
-
-TEST_F(PruebaSubidas, CerrarLaVentanaEsComoUnaCaida) {
-    const auto ruta = zip(4 * c);
-    mundo.guion().cerrarVentanaEnTurno(4);
-    EXPECT_THROW(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), core::FinDePrograma);
-    EXPECT_EQ(mundo.clave("Active"), ruta);
-    EXPECT_EQ(mundo.clave("Offset"), std::to_string(c + 1));
-    EXPECT_TRUE(hayAcceso());
-    EXPECT_TRUE(std::filesystem::exists(ruta));
-}
-
-TEST_F(PruebaSubidas, UnTextoEnLugarDeRuta) {
-    EXPECT_EQ(transferencia.SubirArchivo("no se ha podido copiar", "VELDORIX", true, 1),
-              "ERROR: no se ha podido copiar");
-    EXPECT_EQ(registro(), vacio());
-    EXPECT_EQ(mundo.servicio.nombres(), "");
-}
-
-TEST_F(PruebaSubidas, DosGigasNoSeEnvian) {
-    const auto ruta = zip(0, "ENORME.ZIP");
-    std::filesystem::resize_file(ruta, std::uintmax_t{1} << 31);
-    mundo.servicio.responder("CapacidadContratada", "10");
-    EXPECT_THAT(transferencia.SubirArchivo(ruta, "PERSONAL", true, 1),
-                StartsWith("ERROR<1250> Desbordamiento"));
-    EXPECT_EQ(registro(), vacio());
+    EXPECT_FALSE(hayAcceso() || std::filesystem::exists(ruta));
 }
 
 TEST_F(PruebaSubidas, LaCopiaEnCursoNoSePuedeVaciar) {
@@ -213,10 +174,14 @@ TEST_F(PruebaSubidas, LaCopiaEnCursoNoSePuedeVaciar) {
     const auto ajena = zip(5, "VIEJA.ZIP");
     // Another process that clears the folder: it knows nothing of our record, only the open file stops it.
     mundo.guion().enTurno(2, [&] {
-        mundo.nucleo.ajustes.GrabarRegistro("Active", "", "NETBACKUP", "VELDORIX");
+        anotar("Active", "");
         mundo.flujos.temporales().VaciarTemporal();
     });
+    // What grows meanwhile goes up with its first length, and the log says so.
+    mundo.guion().enTurno(3, [&] { std::filesystem::resize_file(ruta, 4 * c); });
     EXPECT_EQ(transferencia.SubirArchivo(ruta, "VXCRM", true, 1), "");
+    EXPECT_EQ(posiciones().size(), 3U);
+    EXPECT_TRUE(mundo.nucleo.registro.dice("length changed"));
     EXPECT_TRUE(std::filesystem::exists(ruta));
     EXPECT_FALSE(std::filesystem::exists(ajena));
     mundo.flujos.temporales().VaciarTemporal();
@@ -225,33 +190,11 @@ TEST_F(PruebaSubidas, LaCopiaEnCursoNoSePuedeVaciar) {
 
 TEST_F(PruebaSubidas, ElRegistroEsDelProducto) {
     estado.gProducto = "VXCRM";
-    mundo.servicio.fallar("Backup");
+    mundo.servicio.fallar("DTS", 2);  // the first belongs to the capacity
     const auto ruta = zip(3 * c);
     transferencia.SubirArchivo(ruta, "VXCRM", true, 1);
     EXPECT_EQ(registro("VXCRM"), ruta + "|1|VXCRM|maria|secreta|DATOS|CUENTA1|");
     EXPECT_EQ(registro(), vacio());
-}
-
-TEST_F(PruebaSubidas, UnaPosicionDanadaEmpiezaDeNuevo) {
-    const auto ruta = zip(2 * c);
-    for (const char* posicion : {"", "-7", "basura"}) {
-        const auto copia = zip(2 * c);
-        mundo.servicio.olvidar();
-        mundo.nucleo.ajustes.GrabarRegistro("Active", copia, "NETBACKUP", "VELDORIX");
-        mundo.nucleo.ajustes.GrabarRegistro("Carpeta", "VELDORIX", "NETBACKUP", "VELDORIX");
-        mundo.nucleo.ajustes.GrabarRegistro("User", "maria", "NETBACKUP", "VELDORIX");
-        mundo.nucleo.ajustes.GrabarRegistro("Offset", posicion, "NETBACKUP", "VELDORIX");
-        EXPECT_EQ(transferencia.ContinuarSubida(), "");
-        EXPECT_THAT(posiciones(), ElementsAre(1, c + 1)) << posicion;
-    }
-}
-
-TEST_F(PruebaSubidas, UnArchivoQueCreceQuedaEnElDiario) {
-    const auto ruta = zip(2 * c);
-    mundo.guion().enTurno(3, [&] { std::filesystem::resize_file(ruta, 3 * c); });
-    EXPECT_EQ(transferencia.SubirArchivo(ruta, "PERSONAL", true, 1), "");
-    EXPECT_EQ(posiciones().size(), 2U) << "the length is taken once";
-    EXPECT_TRUE(mundo.nucleo.registro.dice("length changed"));
 }
 
 TEST(SubidasConFallos, AjustesQueNoSeDejanEscribir) {
