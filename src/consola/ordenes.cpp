@@ -15,7 +15,6 @@ namespace tarvoline::consola {
 
 namespace {
 
-constexpr int columnaNombre = 2;
 constexpr int textoClave = 310;
 constexpr int textoNoCompletado = 1227;
 constexpr int textoIdentificarse = 2241;
@@ -145,7 +144,7 @@ bool Ordenes::elegirFila(Informe& informe, const std::string& nombre) {
     auto& rejilla = montaje_.vista().fx1;
     rejilla.vaciar();
     rejilla.ponerFilas(2);
-    rejilla.ponerCelda(1, columnaNombre, nombre);
+    rejilla.ponerCelda(1, workflows::columna_rejilla::nombre, nombre);
     rejilla.Row = 1;
     rejilla.RowSel = 1;
     return true;

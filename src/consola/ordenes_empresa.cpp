@@ -6,6 +6,7 @@
 #include "workflows/configuracion_empresa.h"
 #include "workflows/empresa_en_disco.h"
 #include "workflows/espacio.h"
+#include "workflows/lista.h"
 #include "workflows/pendientes.h"
 #include "workflows/personales.h"
 #include "workflows/restauracion.h"
@@ -16,7 +17,6 @@ namespace tarvoline::consola {
 
 namespace {
 
-constexpr int columnaNombre = 2;
 constexpr int textoTerminado = 214;
 constexpr int textoAmpliar = 2233;
 constexpr int textoExcedida = 2249;
@@ -131,7 +131,7 @@ void Ordenes::restaurar(Informe& informe) {
             }
             // The history line names the row behind the last one restored.
             montaje_.vista().fx1.ponerFilas(3);
-            montaje_.vista().fx1.ponerCelda(2, columnaNombre, nombre);
+            montaje_.vista().fx1.ponerCelda(2, workflows::columna_rejilla::nombre, nombre);
             flujos_.restauracion().Restaurar_Click();
             const auto& ruta = flujos_.restauracion().rutaRestaurada();
             return ruta.empty() ? std::nullopt : std::optional(montaje_.entorno().archivos.resolver(ruta));

@@ -2,6 +2,7 @@
 
 #include "core/texto.h"
 #include "workflows/historico.h"
+#include "workflows/lista.h"
 #include "workflows/listados.h"
 #include "workflows/panel.h"
 #include "workflows/temporales.h"
@@ -13,9 +14,6 @@ namespace {
 
 constexpr int textoNoCompletado = 1227;
 constexpr int textoAbrir = 2244;
-constexpr int columnaNombre = 2;
-constexpr int columnaDescripcion = 3;
-constexpr int columnaTamano = 5;
 
 }  // namespace
 
@@ -29,7 +27,8 @@ void Descargas::Descargar_Click() {
         }
         try {
             if (flujos_.transferencia().DescargarArchivo(tipo, {})) {
-                const auto nombre = core::Recortar(vista().fx1.celda(vista().fx1.Row, columnaNombre));
+                const auto nombre =
+                    core::Recortar(vista().fx1.celda(vista().fx1.Row, columna_rejilla::nombre));
                 flujos_.historico().GrabarEntradaHistorico(
                     estado().gUsuario + estado().gTextosHistorico[core::haBajadoArchivo] + nombre);
             }
@@ -45,9 +44,10 @@ void Descargas::fx1_DblClick() {
     auto& panel = flujos_.panel();
     panel.entrada([&] {
         const auto& rejilla = vista().fx1;
-        const auto nombre = rejilla.celda(rejilla.Row, columnaNombre);
-        const auto pregunta = texto(textoAbrir) + " " + rejilla.celda(rejilla.Row, columnaDescripcion) +
-                              " = " + rejilla.celda(rejilla.Row, columnaTamano) + "?";
+        const auto nombre = rejilla.celda(rejilla.Row, columna_rejilla::nombre);
+        const auto pregunta = texto(textoAbrir) + " " +
+                              rejilla.celda(rejilla.Row, columna_rejilla::descripcion) + " = " +
+                              rejilla.celda(rejilla.Row, columna_rejilla::tamano) + "?";
         if (!entorno_.escritorio.Preguntar({pregunta, core::Icono::informacion, "Tarvoline"})) {
             return;
         }

@@ -14,7 +14,6 @@ namespace {
 constexpr int textoElegir = 213;
 constexpr int textoNoRestaurada = 982;
 constexpr int textoNoCompletado = 1227;
-constexpr int columnaNombre = 2;
 constexpr int panelPreparando = 0;
 constexpr int panelBajada = 2;
 constexpr int panelNinguno = 99;
@@ -46,8 +45,8 @@ void Restauracion::restaurarFilas() {
     int fila = primera;
     for (; fila <= ultima; ++fila) {
         vista().fx1.Row = fila;
-        const auto archivo =
-            flujos_.temporales().rutaDescarga(core::Recortar(vista().fx1.celda(fila, columnaNombre)));
+        const auto archivo = flujos_.temporales().rutaDescarga(
+            core::Recortar(vista().fx1.celda(fila, columna_rejilla::nombre)));
         const auto borrarArchivo = [&] {
             if (platform::existe(entorno_.archivos, archivo)) {
                 core::ignorandoErrores(entorno_, "fetched archive",
@@ -73,9 +72,9 @@ void Restauracion::restaurarFilas() {
     entorno_.escritorio.Puntero(false);
     panel.Desabilitar_Formulario(true);
     // The row behind the last one restored: the line names what stands there.
-    flujos_.historico().GrabarEntradaHistorico(estado().gUsuario +
-                                               estado().gTextosHistorico[core::haBajadoEmpresa] +
-                                               core::Recortar(vista().fx1.celda(fila, columnaNombre)));
+    flujos_.historico().GrabarEntradaHistorico(
+        estado().gUsuario + estado().gTextosHistorico[core::haBajadoEmpresa] +
+        core::Recortar(vista().fx1.celda(fila, columna_rejilla::nombre)));
 }
 
 }  // namespace tarvoline::workflows
