@@ -2,8 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "workflows/lista.h"
 #include "workflows/mundo_servicio.h"
 #include "workflows/transferencia.h"
@@ -24,121 +22,104 @@ class PruebaBajadas : public ::testing::Test {
         mundo.vista().fx1.Row = mundo.vista().fx1.RowSel = 1;
         remotos.archivos["año.bin"] = pruebas::contenidoDePrueba(3 * c + 7);
     }
-    std::string destino(const std::string& nombre = "bajado.bin") const { return mundo.nucleo.ruta(nombre); }
-    std::string bajado(const std::string& nombre = "bajado.bin") const {
-        return mundo.nucleo.carpeta().leer(nombre);
+    bool descargar(const std::string& destino) { return transferencia.DescargarArchivo("PERSONAL", destino); }
+    bool abrir(const std::string& destino) { return transferencia.AbrirArchivoServicio("PERSONAL", destino); }
+    std::string leer(const std::string& ruta) const {
+        return platform::leerTodo(mundo.nucleo.archivos, ruta);
     }
-    bool esta(const std::string& nombre = "bajado.bin") const { return mundo.nucleo.carpeta().hay(nombre); }
 
     pruebas::MundoServicio mundo;
     pruebas::ArchivosServicio remotos{mundo.servicio};
+    const pruebas::CarpetaPrueba& carpeta = mundo.nucleo.carpeta();
+    const std::string bajado = mundo.nucleo.ruta("bajado.bin");
+    const std::string propio = mundo.nucleo.ruta("año.bin");  // named as on the service
     core::Estado& estado = mundo.estado();
     Transferencia& transferencia = mundo.flujos.transferencia();
 };
 
-TEST_F(PruebaBajadas, ElArchivoEntero) {
-    EXPECT_TRUE(transferencia.DescargarArchivo("PERSONAL", destino("nueva/carpeta/bajado.bin")));
-    EXPECT_EQ(bajado("nueva/carpeta/bajado.bin"), remotos.archivos["año.bin"]);
-    EXPECT_EQ(mundo.servicio.llamadas("Restore").size(), 4U);
-    EXPECT_EQ(mundo.vista().NombreArchivo, "");
-    EXPECT_FALSE(mundo.vista().medidor.visible);
-    EXPECT_FALSE(mundo.vista().transferencia.activa);
-    EXPECT_EQ(mundo.vista().transferencia.piezas, 4);
-}
-
-TEST_F(PruebaBajadas, ElNombreSePideComoEsta) {
+TEST_F(PruebaBajadas, ElArchivoEnteroBajoSuNombreTalCual) {
     mundo.vista().fx1.ponerCelda(1, columna_rejilla::nombre, " año.bin ");
-    remotos.archivos[" año.bin "] = "el de los blancos";
-    EXPECT_TRUE(transferencia.DescargarArchivo("PERSONAL", destino()));
-    EXPECT_EQ(bajado(), "el de los blancos");
-}
+    remotos.archivos[" año.bin "] = pruebas::contenidoDePrueba(3 * c + 7);
+    const auto destino = mundo.nucleo.ruta("nueva/carpeta/bajado.bin");
+    EXPECT_TRUE(descargar(destino));
+    EXPECT_EQ(leer(destino), remotos.archivos[" año.bin "]);
+    EXPECT_EQ(mundo.servicio.llamadas("Restore").size(), 4U);
+    EXPECT_EQ(mundo.vista().transferencia.piezas, 4);
+    EXPECT_FALSE(mundo.vista().transferencia.activa || mundo.vista().medidor.visible);
 
-TEST_F(PruebaBajadas, SinNombreNoHayLlamada) {
+    mundo.servicio.olvidar();
     mundo.vista().fx1.Row = 0;
-    EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", destino()));
-    EXPECT_EQ(mundo.guion().ultimo().texto, "<1935>");
-    EXPECT_FALSE(transferencia.AbrirArchivoServicio("PERSONAL", mundo.nucleo.ruta() + "/"));
+    EXPECT_FALSE(descargar(bajado));
+    EXPECT_FALSE(abrir(mundo.nucleo.ruta() + "/"));
     EXPECT_EQ(mundo.guion().cajas().size(), 2U);
+    EXPECT_EQ(mundo.guion().ultimo().texto, "<1935>");
     EXPECT_EQ(mundo.servicio.nombres(), "");
 }
 
 TEST_F(PruebaBajadas, ElDialogoDeGuardar) {
     mundo.guion().cancelarGuardar();
-    EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", ""));
+    EXPECT_FALSE(descargar(""));
     EXPECT_EQ(mundo.guion().elecciones.at(0).nombre, "año.bin");
     EXPECT_EQ(mundo.servicio.nombres(), "");
 
-    mundo.nucleo.carpeta().escribir("bajado.bin", "lo de antes");
-    mundo.guion().guardarComo(destino());
-    mundo.guion().contestarNo("<371> " + destino() + " <827>\r\n<617>?");
-    EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", ""));
-    EXPECT_EQ(bajado(), "lo de antes");
+    carpeta.escribir("bajado.bin", "lo de antes");
+    mundo.guion().guardarComo(bajado);
+    mundo.guion().contestarNo("<371> " + bajado + " <827>\r\n<617>?");
+    EXPECT_FALSE(descargar(""));
+    EXPECT_EQ(leer(bajado), "lo de antes");
 
-    mundo.guion().guardarComo(destino());
+    mundo.guion().guardarComo(bajado);
     mundo.guion().contestarSi();
-    EXPECT_TRUE(transferencia.DescargarArchivo("PERSONAL", ""));
-    EXPECT_EQ(bajado(), remotos.archivos["año.bin"]);
+    EXPECT_TRUE(descargar(""));
+    EXPECT_EQ(leer(bajado), remotos.archivos["año.bin"]);
 }
 
-TEST_F(PruebaBajadas, LoQueElServicioNoTiene) {
-    remotos.archivos.clear();
-    EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", destino()));
-    EXPECT_EQ(mundo.guion().ultimo().texto, "ERROR:no existe");
-    EXPECT_FALSE(esta());
-    for (const auto& [dicho, esperado] : {std::pair("2147483648", "Desbordamiento"), {"-1", "tamaño"}}) {
+TEST_F(PruebaBajadas, LoQueNoSePuedeBajarSeDiceYNoDejaNada) {
+    for (const auto& [dicho, esperado] : {std::pair("ERROR:no existe", "ERROR:no existe"),
+                                          {"2147483648", "Desbordamiento"},
+                                          {"-1", "tamaño"}}) {
         mundo.servicio.responder("FileSize", dicho);
-        EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", destino()));
+        EXPECT_FALSE(descargar(bajado));
         EXPECT_THAT(mundo.guion().ultimo().texto, HasSubstr(esperado));
-        EXPECT_FALSE(esta());
     }
+    mundo.servicio.responder("FileSize", "5");
+    EXPECT_FALSE(descargar(mundo.nucleo.ruta("datos"))) << "a folder";
     mundo.servicio.parar();
-    EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", destino()));
-    EXPECT_EQ(mundo.guion().cajas().size(), 4U);
-    EXPECT_EQ(mundo.guion().ultimo().icono, core::Icono::exclamacion);
+    EXPECT_FALSE(descargar(bajado));
+    EXPECT_EQ(mundo.guion().cajas().size(), 5U);
+    EXPECT_FALSE(carpeta.hay("bajado.bin"));
+    EXPECT_TRUE(mundo.servicio.llamadas("Restore").empty());
 }
 
-TEST_F(PruebaBajadas, UnRechazoEnUnaPiezaNoSeCuenta) {
+TEST_F(PruebaBajadas, UnaPiezaQueFalla) {
+    mundo.servicio.fallar("Restore", 2);
+    EXPECT_FALSE(descargar(bajado));
+    EXPECT_THAT(mundo.guion().ultimo().texto, HasSubstr("fallo de prueba"));
+    EXPECT_EQ(leer(bajado), remotos.archivos["año.bin"].substr(0, c)) << "the shorter file stays";
+    EXPECT_FALSE(mundo.vista().medidor.visible);
+
+    mundo.guion().olvidar();
     mundo.servicio.responder("Restore", "ERROR:disco");
-    EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", destino()));
-    EXPECT_TRUE(mundo.guion().sucesos.empty());
-    EXPECT_EQ(bajado(), "");
+    EXPECT_FALSE(descargar(bajado));
+    EXPECT_TRUE(mundo.guion().sucesos.empty()) << "a refused piece is for the log";
     EXPECT_TRUE(mundo.nucleo.registro.dice("ERROR:disco"));
-    EXPECT_FALSE(transferencia.AbrirArchivoServicio("PERSONAL", destino("año.bin")));
+    EXPECT_FALSE(abrir(propio));
     EXPECT_TRUE(mundo.guion().abiertos.empty()) << "half a file is not opened";
 }
 
-TEST_F(PruebaBajadas, UnErrorEnUnaPiezaSeMuestra) {
-    mundo.servicio.fallar("Restore", 2);
-    EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", destino()));
-    EXPECT_THAT(mundo.guion().ultimo().texto, HasSubstr("fallo de prueba"));
-    EXPECT_EQ(bajado(), remotos.archivos["año.bin"].substr(0, c)) << "the shorter file stays";
-    EXPECT_FALSE(mundo.vista().medidor.visible);
-}
+TEST_F(PruebaBajadas, AbrirYDetener) {
+    EXPECT_TRUE(abrir(propio));
+    EXPECT_EQ(leer(propio), remotos.archivos["año.bin"]);
+    EXPECT_EQ(mundo.guion().abiertos, std::vector<std::string>{propio});
 
-TEST_F(PruebaBajadas, DetenerBorraLoBajado) {
-    mundo.guion().enTurno(3, [&] { estado.gDetener = true; });
-    EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", destino()));
-    EXPECT_FALSE(esta());
+    mundo.servicio.olvidar();
+    mundo.guion().enTurno(mundo.guion().turnos + 3, [&] { estado.gDetener = true; });
+    EXPECT_FALSE(descargar(bajado));
+    EXPECT_FALSE(carpeta.hay("bajado.bin"));
     EXPECT_EQ(mundo.servicio.llamadas("Restore").size(), 2U);
     EXPECT_TRUE(estado.gDetener) << "the caller tells the stop";
-    EXPECT_FALSE(transferencia.AbrirArchivoServicio("PERSONAL", destino("año.bin")));
-    EXPECT_TRUE(esta("año.bin")) << "stopped before its first piece: the empty file stays";
-}
-
-TEST_F(PruebaBajadas, AbrirLoQueNombraElDestino) {
-    mundo.vista().fx1.Row = 0;
-    EXPECT_TRUE(transferencia.AbrirArchivoServicio("PERSONAL", destino("año.bin")));
-    EXPECT_EQ(bajado("año.bin"), remotos.archivos["año.bin"]);
-    EXPECT_EQ(mundo.guion().abiertos, std::vector<std::string>{destino("año.bin")});
-    mundo.guion().enTurno(mundo.guion().turnos + 3, [&] { estado.gDetener = true; });
-    EXPECT_FALSE(transferencia.AbrirArchivoServicio("PERSONAL", destino("año.bin")));
-    EXPECT_FALSE(esta("año.bin"));
-}
-
-TEST_F(PruebaBajadas, UnDestinoQueNoSePuedeHacer) {
-    EXPECT_FALSE(transferencia.DescargarArchivo("PERSONAL", mundo.nucleo.ruta("datos")));
-    EXPECT_EQ(mundo.guion().cajas().size(), 1U);
-    EXPECT_TRUE(mundo.servicio.llamadas("Restore").empty());
+    EXPECT_FALSE(abrir(propio));
+    EXPECT_EQ(leer(propio), "") << "stopped before its first piece: the empty file stays";
 }
 
 }  // namespace

@@ -8,116 +8,95 @@
 namespace tarvoline::workflows {
 namespace {
 
-using pruebas::MundoFlujos;
+class PruebaConfiguracion : public ::testing::Test {
+  protected:
+    // Reads the configuration of a company; the user in force after it.
+    std::string cargar(const std::string& ruta) {
+        estado.gUsuario = "antes";
+        configuracion.CargarConfiguracionEmpresa(ruta);
+        return estado.gUsuario;
+    }
 
-TEST(ConfiguracionEmpresa, LaSesionVaPorDelanteDeLaEmpresa) {
-    MundoFlujos mundo;
+    pruebas::MundoFlujos mundo;
+    pruebas::NucleoPrueba& nucleo = mundo.nucleo;
+    core::Estado& estado = nucleo.estado;
+    ConfiguracionEmpresa& configuracion = mundo.flujos.configuracion();
+};
+
+TEST_F(PruebaConfiguracion, LaEmpresaElegidaOLaSesion) {
+    cargar("");
+    cargar("");
+    ASSERT_EQ(nucleo.guion.cajas().size(), 1U) << "no active company: told once";
+    EXPECT_EQ(nucleo.guion.ultimo().texto, "<1931>");
+
     const auto ruta = mundo.crearEmpresa("Uno.QZT", "empresa", "clave1");
-    mundo.nucleo.ajustes.GrabarRegistro("ACTIVE", ruta);
-    mundo.nucleo.entrarComo("maria", "secreta", "CUENTA1");
-    auto& estado = mundo.nucleo.estado;
-    estado.gUsuario = "otro";
-
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa("");
-    EXPECT_EQ(estado.gUsuario, "maria");
-    EXPECT_EQ(estado.gCuenta, "CUENTA1");
-
+    nucleo.ajustes.GrabarRegistro("ACTIVE", ruta);
+    nucleo.entrarComo("maria", "secreta", "CUENTA1");
+    EXPECT_EQ(cargar(""), "maria");
     // A session without account code leaves the code that was found.
     estado.gCuentaSesion = " ";
     estado.gCuenta = "HALLADA";
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa("");
+    cargar("");
     EXPECT_EQ(estado.gCuenta, "HALLADA");
 
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa(ruta);
-    EXPECT_EQ(estado.gUsuario, "empresa");
-    EXPECT_EQ(estado.gPassword, "clave1");
-    EXPECT_EQ(estado.gCarpeta, "DATOS");
-}
-
-TEST(ConfiguracionEmpresa, SinEmpresaActivaAvisaUnaVez) {
-    MundoFlujos mundo;
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa("");
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa("");
-    ASSERT_EQ(mundo.nucleo.guion.cajas().size(), 1U);
-    EXPECT_EQ(mundo.nucleo.guion.cajas().front().texto, "<1931>");
-}
-
-TEST(ConfiguracionEmpresa, CarpetasAdjuntasCuentanDesdeUno) {
-    MundoFlujos mundo;
-    const auto ruta = mundo.crearEmpresa("Uno.QZT", "empresa", "clave1");
     link::Enlace enlace(mundo.enlaces);
     enlace.AbrirEmpresa(ruta, "");
     enlace.Config("ADJUNTARCARPETAS0", "/a/b");
     enlace.Config("ADJUNTARCARPETAS1", "/c/d");
     enlace.Config("ADJUNTARCARPETAS3", "/nunca");  // behind a gap
-    enlace.Config("TVCARPETA", "Contabilidad");
     enlace.CerrarEmpresa();
-
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa(ruta);
-    EXPECT_EQ(mundo.nucleo.estado.gAdjuntarCarpetas, (std::vector<std::string>{"", "/a/b", "/c/d"}));
-    EXPECT_EQ(mundo.nucleo.estado.gCarpeta, "Contabilidad");
+    EXPECT_EQ(cargar(ruta) + "/" + estado.gPassword + "/" + estado.gCarpeta, "empresa/clave1/DATOS");
+    EXPECT_EQ(estado.gAdjuntarCarpetas, (std::vector<std::string>{"", "/a/b", "/c/d"}));
+    // One that is not activated takes nothing over from the one before.
+    EXPECT_EQ(cargar(mundo.crearEmpresa("Dos.QZT")), "antes");
+    EXPECT_TRUE(estado.gAdjuntarCarpetas.empty());
 }
 
-TEST(ConfiguracionEmpresa, SinActivarNoTomaUsuarioNiCarpetasDeLaAnterior) {
-    MundoFlujos mundo;
-    const auto ruta = mundo.crearEmpresa("Uno.QZT");
-    mundo.nucleo.estado.gAdjuntarCarpetas = {"", "/de/otra"};
-    mundo.nucleo.estado.gUsuario = "sesion";
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa(ruta);
-    EXPECT_TRUE(mundo.nucleo.estado.gAdjuntarCarpetas.empty());
-    EXPECT_EQ(mundo.nucleo.estado.gUsuario, "sesion");
+TEST_F(PruebaConfiguracion, SinElProductoInstaladoNingunaEstaConfigurada) {
+    const auto ruta = mundo.crearEmpresa("Uno.QZT", "empresa", "clave1");
+    nucleo.ajustes.GrabarRegistro("DATOS_DIR", "");
+    EXPECT_EQ(cargar(ruta), "");
 }
 
-TEST(ConfiguracionEmpresa, ClavesRecordadasSePruebanEnOrden) {
-    MundoFlujos mundo;
-    auto& guion = mundo.nucleo.guion;
+TEST_F(PruebaConfiguracion, ClavesRecordadasSePruebanEnOrden) {
+    auto& guion = nucleo.guion;
     const auto una = mundo.crearEmpresa("Una.QZT", "u1", "c1");
     const auto otra = mundo.crearEmpresa("Otra.QZT", "u2", "c2");
     mundo.proteger(una, "abcd");
     mundo.proteger(otra, "wxyz");
-
     guion.teclear("mala", "<310> Una.QZT");
     guion.teclear("abcd");
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa(una);
-    EXPECT_EQ(mundo.nucleo.estado.gUsuario, "u1");
+    EXPECT_EQ(cargar(una), "u1");
     EXPECT_EQ(guion.ultimo().titulo, "Empresa Veldorix");
-
     guion.teclear("wxyz");  // after both remembered ones were tried in silence
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa(otra);
-    EXPECT_EQ(mundo.nucleo.estado.gUsuario, "u2");
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa(una);  // nothing is asked any more
-    EXPECT_EQ(mundo.nucleo.estado.gUsuario, "u1");
-}
+    EXPECT_EQ(cargar(otra), "u2");
+    EXPECT_EQ(cargar(una), "u1") << "nothing is asked any more";
 
-TEST(ConfiguracionEmpresa, OnceClavesMalasDejanLaEmpresaSinConfigurar) {
-    MundoFlujos mundo;
-    const auto ruta = mundo.crearEmpresa("Una.QZT", "u1", "c1");
-    mundo.proteger(ruta, "abcd");
-    for (int i = 0; i < 11; ++i) {
-        mundo.nucleo.guion.teclear("x" + std::to_string(i));
+    mundo.proteger(una, "otra");
+    for (int i = 3; i < 11; ++i) {
+        guion.teclear("x" + std::to_string(i));
     }
-    mundo.nucleo.estado.gUsuario = "antes";
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa(ruta);
-    EXPECT_EQ(mundo.nucleo.estado.gUsuario, "");
-    EXPECT_TRUE(mundo.flujos.configuracion().claveRechazada());
-    EXPECT_EQ(mundo.nucleo.estado.gClavesEmpresa[10], "x10");
+    EXPECT_EQ(cargar(una), "");
+    EXPECT_TRUE(configuracion.claveRechazada());
+    EXPECT_EQ(estado.gClavesEmpresa[10], "x10");
 }
 
-TEST(ConfiguracionEmpresa, CancelarLaClaveTerminaElProgramaSoloConAlguienDelante) {
-    MundoFlujos mundo;
+TEST_F(PruebaConfiguracion, CancelarLaClaveTerminaElProgramaSoloConAlguienDelante) {
     const auto ruta = mundo.crearEmpresa("Una.QZT", "u1", "c1");
     mundo.proteger(ruta, "abcd");
-    mundo.nucleo.guion.cancelarPeticion();
-    EXPECT_THROW(mundo.flujos.configuracion().CargarConfiguracionEmpresa(ruta), core::FinDePrograma);
-
-    mundo.nucleo.guion.persona = false;
-    mundo.nucleo.guion.cancelarPeticion();
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa(ruta);
-    EXPECT_TRUE(mundo.flujos.configuracion().claveRechazada());
+    nucleo.guion.cancelarPeticion();
+    EXPECT_THROW(cargar(ruta), core::FinDePrograma);
+    nucleo.guion.persona = false;
+    nucleo.guion.cancelarPeticion();
+    EXPECT_EQ(cargar(ruta), "");
+    EXPECT_TRUE(configuracion.claveRechazada());
+    // A refused password says nothing of the next company.
+    estado.gProducto = "VXCRM";
+    cargar(nucleo.datos("TOTAL05.XML"));
+    EXPECT_FALSE(configuracion.claveRechazada());
 }
 
-TEST(ConfiguracionEmpresa, ArchivosCortosNoTiranElPrograma) {
-    MundoFlujos mundo;
+TEST_F(PruebaConfiguracion, ArchivosCortosNoTiranElPrograma) {
     for (const std::size_t longitud : {0U, 1U, 263U, 264U, 1024U, 1025U}) {
         std::string contenido(longitud, ' ');
         if (longitud > 82) {
@@ -125,42 +104,17 @@ TEST(ConfiguracionEmpresa, ArchivosCortosNoTiranElPrograma) {
             contenido[81] = '1';  // active for this company
         }
         const auto ruta =
-            mundo.nucleo.carpeta().escribir("datos/corta" + std::to_string(longitud) + ".QZT", contenido);
-        mundo.nucleo.estado.gUsuario = "antes";
-        EXPECT_NO_THROW(mundo.flujos.configuracion().CargarConfiguracionEmpresa(ruta)) << longitud;
+            nucleo.carpeta().escribir("datos/corta" + std::to_string(longitud) + ".QZT", contenido);
+        EXPECT_NO_THROW(cargar(ruta)) << longitud;
     }
-    EXPECT_NO_THROW(mundo.flujos.configuracion().CargarConfiguracionEmpresa(mundo.nucleo.datos("falta.QZT")));
-    EXPECT_EQ(mundo.nucleo.estado.gUsuario, "");
-}
-
-TEST(ConfiguracionEmpresa, SinElProductoInstaladoLaEmpresaNoEstaConfigurada) {
-    MundoFlujos mundo;
-    const auto ruta = mundo.crearEmpresa("Uno.QZT", "empresa", "clave1");
-    mundo.nucleo.ajustes.GrabarRegistro("DATOS_DIR", "");
-    mundo.nucleo.estado.gUsuario = "antes";
-    EXPECT_NO_THROW(mundo.flujos.configuracion().CargarConfiguracionEmpresa(ruta));
-    EXPECT_EQ(mundo.nucleo.estado.gUsuario, "");
-}
-
-TEST(ConfiguracionEmpresa, UnaClaveRechazadaNoDiceNadaDeLaSiguiente) {
-    MundoFlujos mundo;
-    auto& nucleo = mundo.nucleo;
-    const auto ruta = mundo.crearEmpresa("Una.QZT", "u1", "c1");
-    mundo.proteger(ruta, "abcd");
-    nucleo.guion.persona = false;
-    nucleo.guion.cancelarPeticion();
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa(ruta);
-    ASSERT_TRUE(mundo.flujos.configuracion().claveRechazada());
-    nucleo.estado.gProducto = "VXCRM";
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa(nucleo.datos("TOTAL05.XML"));
-    EXPECT_FALSE(mundo.flujos.configuracion().claveRechazada());
+    EXPECT_EQ(cargar(nucleo.datos("falta.QZT")), "");
 }
 
 // Whichever read meets a lock of the accounting programs, it is made again.
 TEST(ConfiguracionEmpresa, EsperaAQuienTieneElArchivo) {
     const auto propios = platform::crearSistemaArchivos();
     pruebas::ArchivosDefectuosos archivos(*propios);
-    MundoFlujos mundo({.archivos = &archivos});
+    pruebas::MundoFlujos mundo({.archivos = &archivos});
     const auto ruta = mundo.crearEmpresa("Uno.QZT", "empresa", "clave1");
     const auto cargar = [&] {
         mundo.nucleo.estado.gUsuario = "antes";
@@ -201,10 +155,8 @@ TEST(ConfiguracionEmpresa, TextosSeBuscanPorComienzo) {
     }
 }
 
-TEST(ConfiguracionEmpresa, VXCRMLeeSuXml) {
-    MundoFlujos mundo;
-    auto& nucleo = mundo.nucleo;
-    nucleo.estado.gProducto = "VXCRM";
+TEST_F(PruebaConfiguracion, VXCRMLeeSuXml) {
+    estado.gProducto = "VXCRM";
     const auto xml = [](const char* usuario) {
         return std::string(
                    "<?xml version=\"1.0\" encoding=\"utf-8\"?><r>"
@@ -216,27 +168,15 @@ TEST(ConfiguracionEmpresa, VXCRMLeeSuXml) {
     nucleo.carpeta().escribir("datos/TOTAL05.XML", "<r><a Key=\"TARVOLINEACTIVADO\" v=\"0\"/></r>");
     nucleo.ajustes.GrabarRegistro("comun", "3", "", "VXCRM");
 
-    // The company that was chosen, not the active one.
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa(nucleo.datos("TOTAL04.XML"));
-    EXPECT_EQ(nucleo.estado.gEmpresaCRM, "04");
-    EXPECT_EQ(nucleo.estado.gUsuario, "cuatro");
-    EXPECT_EQ(nucleo.estado.gCarpeta, "DATOS");
-    EXPECT_EQ(nucleo.estado.gAdjuntarCarpetas, (std::vector<std::string>{"", "", "/a/b"}));
-    EXPECT_EQ(nucleo.vista.textoCarpetas, "DATOS");
-    EXPECT_FALSE(nucleo.estado.gInicio);
-
-    nucleo.estado.gUsuarioSesion.clear();
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa("");
-    EXPECT_EQ(nucleo.estado.gUsuario, "tres");
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa(nucleo.datos("TOTAL05.XML"));
-    EXPECT_EQ(nucleo.estado.gUsuario, "");
-    EXPECT_EQ(nucleo.estado.gCarpeta, "");
-
+    EXPECT_EQ(cargar(nucleo.datos("TOTAL04.XML")), "cuatro") << "the one chosen, not the active one";
+    EXPECT_EQ(estado.gEmpresaCRM + estado.gCarpeta + nucleo.vista.textoCarpetas, "04DATOSDATOS");
+    EXPECT_EQ(estado.gAdjuntarCarpetas, (std::vector<std::string>{"", "", "/a/b"}));
+    EXPECT_FALSE(estado.gInicio);
+    EXPECT_EQ(cargar(""), "tres");
+    EXPECT_EQ(cargar(nucleo.datos("TOTAL05.XML")) + estado.gCarpeta, "");
     // None is active: none is configured, without a word.
     nucleo.ajustes.GrabarRegistro("comun", "", "", "VXCRM");
-    nucleo.estado.gUsuario = "antes";
-    mundo.flujos.configuracion().CargarConfiguracionEmpresa("");
-    EXPECT_EQ(nucleo.estado.gUsuario, "");
+    EXPECT_EQ(cargar(""), "");
     EXPECT_TRUE(nucleo.guion.cajas().empty());
 }
 

@@ -9,18 +9,12 @@
 #include "workflows/empaquetado.h"
 #include "workflows/mundo_flujos.h"
 #include "workflows/restauracion.h"
-#include "zip/zip.h"
 
 namespace tarvoline::workflows {
 namespace {
 
 using pruebas::Fallo;
 using pruebas::Operacion;
-
-struct DiscoReal {
-    std::unique_ptr<platform::SistemaArchivos> real = platform::crearSistemaArchivos();
-    pruebas::ArchivosDefectuosos archivos{*real};
-};
 
 class PruebaDisco : public ::testing::Test {
   protected:
@@ -31,18 +25,12 @@ class PruebaDisco : public ::testing::Test {
     }
     // The data directory without the work folder.
     std::map<std::string, std::string> datos() {
-        std::map<std::string, std::string> archivos;
-        for (const auto& entrada : std::filesystem::recursive_directory_iterator(nucleo.datos())) {
-            const auto nombre = std::filesystem::relative(entrada.path(), nucleo.datos()).string();
-            if (entrada.is_regular_file() && !nombre.starts_with("ZIP/")) {
-                archivos[nombre] = nucleo.carpeta().leer("datos/" + nombre);
-            }
-        }
+        auto archivos = mundo.archivosDe("datos");
+        std::erase_if(archivos, [](const auto& archivo) { return archivo.first.starts_with("ZIP/"); });
         return archivos;
     }
     std::string empaquetar() {
-        return mundo.flujos.empaquetado().ZipEmpresa(ruta, mundo.nucleo.carpetas.carpetaTransferencia(),
-                                                     true);
+        return mundo.flujos.empaquetado().ZipEmpresa(ruta, nucleo.carpetas.carpetaTransferencia(), true);
     }
     bool restaurarEncima(const std::string& archivo) {
         nucleo.guion.rellenar({}, 0);
@@ -53,8 +41,9 @@ class PruebaDisco : public ::testing::Test {
         nucleo.carpeta().escribir("datos/Uno/factura.pdf", "estropeada");
     }
 
-    DiscoReal disco;
-    pruebas::MundoFlujos mundo{pruebas::OpcionesNucleo{.archivos = &disco.archivos}};
+    std::unique_ptr<platform::SistemaArchivos> real = platform::crearSistemaArchivos();
+    pruebas::ArchivosDefectuosos disco{*real};
+    pruebas::MundoFlujos mundo{pruebas::OpcionesNucleo{.archivos = &disco}};
     pruebas::NucleoPrueba& nucleo = mundo.nucleo;
     std::string ruta;
 };
@@ -65,24 +54,20 @@ TEST_F(PruebaDisco, EmpaquetarConCadaEscrituraFallida) {
     for (const bool siempre : {false, true}) {
         for (int k = 1;; ++k) {
             nucleo.guion.olvidar();
-            disco.archivos.olvidarCuentas();
-            disco.archivos.fallar({.operacion = Operacion::escribir,
-                                   .vez = k,
-                                   .numero = platform::error_archivo::discoLleno,
-                                   .siempre = siempre});
+            disco.olvidarCuentas();
+            disco.fallar({.operacion = Operacion::escribir,
+                          .vez = k,
+                          .numero = platform::error_archivo::discoLleno,
+                          .siempre = siempre});
             const auto resultado = empaquetar();
-            const bool sinFallo = disco.archivos.cuenta(Operacion::escribir) < k;
-            disco.archivos.sanar();
+            const bool sinFallo = disco.cuenta(Operacion::escribir) < k;
+            disco.sanar();
             ASSERT_EQ(datos(), antes) << k;
             if (platform::existe(nucleo.archivos, resultado)) {
                 // A failure that passed by itself was tried again: the archive must be whole.
-                zip::Zip zip(nucleo.archivos);
-                zip.destino = resultado;
-                const auto fuera = nucleo.ruta("fuera" + std::to_string(k) + (siempre ? "s" : ""));
-                ASSERT_EQ(zip.descomprimir(fuera), zip::codigo::bien) << k;
-                ASSERT_EQ(platform::leerTodo(nucleo.archivos, fuera + "/PLANC01.QZD"),
-                          antes.at("PLANC01.QZD"));
-                ASSERT_EQ(platform::leerTodo(nucleo.archivos, fuera + "/Uno/factura.pdf"), "imagen");
+                const auto dentro = mundo.desempaquetado(resultado);
+                ASSERT_EQ(dentro.at("PLANC01.QZD"), antes.at("PLANC01.QZD")) << k;
+                ASSERT_EQ(dentro.at("Uno/factura.pdf"), "imagen") << k;
                 ASSERT_TRUE(sinFallo || !siempre) << k;
             } else {
                 ++fallidas;
@@ -96,48 +81,27 @@ TEST_F(PruebaDisco, EmpaquetarConCadaEscrituraFallida) {
     EXPECT_GT(fallidas, 10);
 }
 
-TEST_F(PruebaDisco, UnDiscoQueSeLlenaMientrasSeEmpaqueta) {
-    int fallidas = 0;
-    for (std::uint64_t libres = 0;; libres += 9000) {
-        disco.archivos.limitarDisco(libres);
-        const auto resultado = empaquetar();
-        disco.archivos.sanar();
-        if (platform::existe(nucleo.archivos, resultado)) {
-            zip::Zip zip(nucleo.archivos);
-            zip.destino = resultado;
-            EXPECT_EQ(zip.descomprimir(nucleo.ruta("fuera")), zip::codigo::bien);
-            break;
-        }
-        ++fallidas;
-    }
-    EXPECT_GT(fallidas, 3);
-}
-
 TEST_F(PruebaDisco, RestaurarConCadaLlamadaFallida) {
     const auto archivo = empaquetar();
     const auto buena = datos();
     estropear();
     const auto antes = datos();
-    const Operacion operaciones[] = {
-        Operacion::escribir,
-
-        Operacion::renombrar,        Operacion::sincronizar,          Operacion::abrir,
-        Operacion::crearDirectorios, Operacion::sincronizarDirectorio};
-    for (const auto operacion : operaciones) {
+    for (const auto operacion :
+         {Operacion::escribir, Operacion::renombrar, Operacion::sincronizar, Operacion::abrir,
+          Operacion::crearDirectorios, Operacion::sincronizarDirectorio}) {
         int k = 1;
         for (bool hubo = true; hubo; ++k) {
             nucleo.guion.olvidar();
-            disco.archivos.olvidarCuentas();
-            disco.archivos.fallar(
-                {.operacion = operacion, .vez = k, .numero = platform::error_archivo::discoLleno});
+            disco.olvidarCuentas();
+            disco.fallar({.operacion = operacion, .vez = k, .numero = platform::error_archivo::discoLleno});
             // A company that cannot be opened counts as in use: the person gives up.
             nucleo.guion.rellenar({}, 0);
             if (operacion == Operacion::abrir) {
                 nucleo.guion.cancelar();
             }
             const bool hecha = mundo.flujos.restauracion().RestaurarEmpresa(archivo);
-            hubo = disco.archivos.cuenta(operacion) >= k;
-            disco.archivos.sanar();
+            hubo = disco.cuenta(operacion) >= k;
+            disco.sanar();
             nucleo.guion.olvidarRespuestas();
             ASSERT_EQ(datos(), hecha ? buena : antes) << static_cast<int>(operacion) << ", call " << k;
             ASSERT_FALSE(!hecha && nucleo.guion.cajas().empty()) << "a failure without a word, call " << k;
@@ -155,9 +119,9 @@ TEST_F(PruebaDisco, LoQueNoPuedeVolverSeGuarda) {
     const auto archivo = empaquetar();
     const auto buena = datos();
     estropear();
-    disco.archivos.fallar({.operacion = Operacion::renombrar, .vez = 8, .siempre = true});
+    disco.fallar({.operacion = Operacion::renombrar, .vez = 8, .siempre = true});
     EXPECT_FALSE(restaurarEncima(archivo));
-    disco.archivos.sanar();
+    disco.sanar();
     EXPECT_TRUE(nucleo.guion.mostro(nucleo.datos("ZIP/") + "anterior"));
     EXPECT_TRUE(nucleo.guion.mostro("<982>"));
     const auto guardadas = nucleo.archivos.listar(nucleo.datos("ZIP/anterior"));

@@ -2,50 +2,24 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "core/carpetas.h"
 #include "workflows/mundo_flujos.h"
 #include "workflows/temporales.h"
-#include "zip/zip.h"
 
 namespace tarvoline::workflows {
 namespace {
 
-using pruebas::MundoFlujos;
-
-// Every file below `carpeta` by its relative name.
-std::map<std::string, std::string> contenido(const pruebas::CarpetaPrueba& carpeta, const std::string& raiz) {
-    std::map<std::string, std::string> archivos;
-    if (!std::filesystem::exists(carpeta.ruta(raiz))) {
-        return archivos;
-    }
-    for (const auto& entrada : std::filesystem::recursive_directory_iterator(carpeta.ruta(raiz))) {
-        if (entrada.is_regular_file()) {
-            const auto nombre = std::filesystem::relative(entrada.path(), carpeta.ruta(raiz)).string();
-            archivos[nombre] = carpeta.leer(raiz + "/" + nombre);
-        }
-    }
-    return archivos;
-}
-
 class PruebaEmpaquetado : public ::testing::Test {
   protected:
     std::string empaquetar(const std::string& ruta, bool conImagenes = true, const std::string& nombre = {}) {
-        return mundo.flujos.empaquetado().ZipEmpresa(ruta, mundo.nucleo.carpetas.carpetaTransferencia(),
+        return mundo.flujos.empaquetado().ZipEmpresa(ruta, nucleo.carpetas.carpetaTransferencia(),
                                                      conImagenes, true, 9, nombre);
     }
-    std::map<std::string, std::string> desempaquetado(const std::string& archivo) {
-        zip::Zip zip(mundo.nucleo.archivos);
-        zip.destino = archivo;
-        EXPECT_EQ(zip.descomprimir(mundo.nucleo.ruta("fuera")), zip::codigo::bien);
-        return contenido(mundo.nucleo.carpeta(), "fuera");
-    }
-    MundoFlujos mundo;
+    pruebas::MundoFlujos mundo;
+    pruebas::NucleoPrueba& nucleo = mundo.nucleo;
 };
 
 TEST_F(PruebaEmpaquetado, LlevaEmpresaTablasImagenesYAdjuntas) {
-    auto& nucleo = mundo.nucleo;
     const auto ruta = mundo.crearEmpresa("Panadería Núñez.QZT");
     mundo.crearEmpresa("Otra.QZT");                        // number 02: none of its tables may go along
     nucleo.carpeta().escribir("datos/Emp2001.QZT", "03");  // another company, whatever its name says
@@ -57,7 +31,7 @@ TEST_F(PruebaEmpaquetado, LlevaEmpresaTablasImagenesYAdjuntas) {
 
     const auto archivo = empaquetar(ruta);
     EXPECT_EQ(core::SoloNombre(archivo), "PANADERÍA NÚÑEZ 2024-05-31  18 30.ZIP");
-    const auto archivos = desempaquetado(archivo);
+    const auto archivos = mundo.desempaquetado(archivo);
     EXPECT_EQ(archivos.at("Panadería Núñez.QZT"), nucleo.carpeta().leer("datos/Panadería Núñez.QZT"));
     EXPECT_EQ(archivos.at("PLANC01.QZD"), nucleo.carpeta().leer("datos/PLANC01.QZD"));
     EXPECT_EQ(archivos.at("Panadería Núñez/2023/factura.pdf"), "imagen 1");
@@ -65,20 +39,18 @@ TEST_F(PruebaEmpaquetado, LlevaEmpresaTablasImagenesYAdjuntas) {
     EXPECT_EQ(archivos.at("Año 2023/carta.txt"), "adjunta");
     EXPECT_EQ(archivos.size(), 1U + 9U + 3U);
 
-    const auto temporal = contenido(nucleo.carpeta(), "temporal");
-    EXPECT_EQ(temporal.size(), 1U) << "only the archive may stay behind";
+    EXPECT_EQ(mundo.archivosDe("temporal").size(), 1U) << "only the archive may stay behind";
     EXPECT_TRUE(nucleo.guion.cajas().empty());
 }
 
 TEST_F(PruebaEmpaquetado, UnNombreRepetidoTomaElMinutoSiguiente) {
     const auto ruta = mundo.crearEmpresa("Uno.QZT");
-    mundo.nucleo.reloj.poner({2024, 12, 31, 23, 59, 59});
+    nucleo.reloj.poner({2024, 12, 31, 23, 59, 59});
     EXPECT_EQ(core::SoloNombre(empaquetar(ruta, false)), "UNO 2024-12-31  23 59.ZIP");
     EXPECT_EQ(core::SoloNombre(empaquetar(ruta, false)), "UNO 2025-01-01  00 00.ZIP");
 }
 
 TEST_F(PruebaEmpaquetado, UnaTablaBloqueadaSeDiceYElRestoSeEmpaqueta) {
-    auto& nucleo = mundo.nucleo;
     const auto ruta = mundo.crearEmpresa("Uno.QZT");
     const auto tabla = nucleo.archivos.abrir(nucleo.datos("EXTRA01.QZD"), platform::Apertura::escritura,
                                              platform::Comparticion::compartida);
@@ -93,7 +65,6 @@ TEST_F(PruebaEmpaquetado, UnaTablaBloqueadaSeDiceYElRestoSeEmpaqueta) {
 
 // The copy made under the lock is what goes up when the live table cannot be read a moment later.
 TEST_F(PruebaEmpaquetado, UnaTablaQueSeBloqueaDespuesConservaSuCopia) {
-    auto& nucleo = mundo.nucleo;
     const auto ruta = mundo.crearEmpresa("Uno.QZT");
     mundo.flujos.empaquetado().hilos = 1;  // a turn after each file, before the next is read
     std::unique_ptr<platform::Archivo> tabla;
@@ -111,41 +82,31 @@ TEST_F(PruebaEmpaquetado, UnaTablaQueSeBloqueaDespuesConservaSuCopia) {
     EXPECT_EQ(problema.find(" no se han podido copiar algunas imagenes"), 0U) << problema;
     tabla.reset();
     const auto archivos =
-        desempaquetado(nucleo.carpetas.carpetaTransferencia() + "/UNO 2024-05-31  18 30.ZIP");
+        mundo.desempaquetado(nucleo.carpetas.carpetaTransferencia() + "/UNO 2024-05-31  18 30.ZIP");
     EXPECT_EQ(archivos.at("PLANC01.QZD"), nucleo.carpeta().leer("datos/PLANC01.QZD"));
 }
 
 TEST_F(PruebaEmpaquetado, VXCRMLlevaSuXmlYLasTablasDeSuNumero) {
-    auto& nucleo = mundo.nucleo;
     nucleo.estado.gProducto = "VXCRM";
     nucleo.carpeta().escribir("datos/TOTAL07.XML", "<r/>");
     nucleo.carpeta().escribir("datos/CLIEN07.DAT", "clientes");
     nucleo.carpeta().escribir("datos/CLIEN08.DAT", "de otra");
-    nucleo.carpeta().escribir("transferencia-vieja", "");
     const auto archivo = empaquetar(nucleo.datos("total07.xml"), false, "07- Obras: A/B");
     EXPECT_EQ(core::SoloNombre(archivo), "07- OBRAS_ A_B");
-    const auto archivos = desempaquetado(archivo);
+    const auto archivos = mundo.desempaquetado(archivo);
     ASSERT_EQ(archivos.size(), 2U);
     EXPECT_EQ(archivos.at("CLIEN07.DAT"), "clientes");
 }
 
-TEST_F(PruebaEmpaquetado, PararDejaDeEmpaquetar) {
+TEST_F(PruebaEmpaquetado, LoQueNoSeEmpaquetaNoDejaArchivo) {
+    EXPECT_NE(empaquetar(nucleo.datos("falta.QZT")).find("ERROR<179>"), std::string::npos);
     const auto ruta = mundo.crearEmpresa("Uno.QZT");
-    mundo.nucleo.guion.enCadaTurno([&] { mundo.nucleo.estado.gDetener = true; });
-    const auto problema = empaquetar(ruta, false);
-    EXPECT_NE(problema.find("(190)"), std::string::npos) << problema;
-    EXPECT_TRUE(
-        platform::listarMascara(mundo.nucleo.archivos, mundo.nucleo.carpetas.carpetaTransferencia(), "*.*")
-            .empty());
-}
-
-TEST_F(PruebaEmpaquetado, EmpresaIlegibleDaUnProblemaQueEmpiezaPorError) {
-    const auto problema = empaquetar(mundo.nucleo.datos("falta.QZT"), true);
-    EXPECT_NE(problema.find("ERROR<179>"), std::string::npos) << problema;
+    nucleo.guion.enCadaTurno([&] { nucleo.estado.gDetener = true; });
+    EXPECT_NE(empaquetar(ruta, false).find("(190)"), std::string::npos);
+    EXPECT_TRUE(mundo.archivosDe("temporal").empty());
 }
 
 TEST_F(PruebaEmpaquetado, CopiasDeProcesosMuertosSeBorranLasVivasNo) {
-    auto& nucleo = mundo.nucleo;
     const auto raiz = nucleo.carpetas.CarpetaTemporal();
     nucleo.archivos.crearDirectorios(raiz + "/Copia-1-1");
     platform::escribirAtomico(nucleo.archivos, raiz + "/Copia-1-1/PLANC01.QZD", "vieja");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -44,6 +45,10 @@ struct MundoFlujos {
         }
         return ruta;
     }
+    // Every file below a folder of the test by its relative name.
+    std::map<std::string, std::string> archivosDe(const std::string& raiz) const;
+    // What stands in an archive.
+    std::map<std::string, std::string> desempaquetado(const std::string& archivo) const;
     // Protects a company with a password of at most four characters.
     void proteger(const std::string& ruta, std::string_view clave);
 };

@@ -44,46 +44,36 @@ TEST_F(PruebaPersonales, SubeListaYDejaSuLinea) {
     EXPECT_TRUE(mundo.nucleo.carpeta().hay("mío/carta.txt"));
 }
 
-TEST_F(PruebaPersonales, PararAMediasQuitaLoLlegado) {
-    mundo.servicio.responder("Backup", [&](pruebas::ServicioGuion::Argumentos&) {
+TEST_F(PruebaPersonales, PararQuitaLoLlegadoSiLlegoAlgo) {
+    const auto parar = [&](pruebas::ServicioGuion::Argumentos&) {
         estado.gDetener = true;
-        return std::string();
-    });
+        return std::string("1");
+    };
+    mundo.servicio.responder("CapacidadContratada", parar);
+    subir(800000);
+    EXPECT_TRUE(mundo.servicio.llamadas("Backup").empty());
+    EXPECT_TRUE(mundo.servicio.llamadas("EliminarArchivo").empty()) << "the one of before stays";
+
+    mundo.servicio.responder("CapacidadContratada", "1");
+    mundo.servicio.responder("Backup", parar);
     mundo.vista().Option1 = core::Opcion::veldorix;  // whatever is on show, the file is a personal one
     subir(800000);
     const auto borrados = mundo.servicio.llamadas("EliminarArchivo");
     ASSERT_EQ(borrados.size(), 1U);
-    EXPECT_EQ(core::DecodificarNombre(borrados[0].texto(4)), "carta.txt");
-    EXPECT_EQ(core::DecodificarNombre(borrados[0].texto(3)), "PERSONAL");
+    EXPECT_EQ(borrados[0].texto(3) + "/" + borrados[0].texto(4), "PERSONAL/carta.txt");
     EXPECT_FALSE(mundo.guion().mostro("<2248>"));
     EXPECT_TRUE(mundo.historia().empty());
-}
-
-TEST_F(PruebaPersonales, PararAntesDeLaPrimeraPiezaNoQuitaElAnterior) {
-    mundo.servicio.responder("CapacidadContratada", [&](pruebas::ServicioGuion::Argumentos&) {
-        estado.gDetener = true;
-        return "1";
-    });
-    subir(800000);
-    EXPECT_TRUE(mundo.servicio.llamadas("Backup").empty());
-    EXPECT_TRUE(mundo.servicio.llamadas("EliminarArchivo").empty());
 }
 
 TEST_F(PruebaPersonales, SinSitioCallaYUnFalloSeDice) {
     estado.gEspacioUsado = 5000;
     subir(1000);
     EXPECT_EQ(mundo.guion().cajas().size(), 1U) << "the gate's own box";
-    EXPECT_TRUE(mundo.servicio.llamadas("EliminarArchivo").empty());
-
     estado.gEspacioUsado = 0;
     mundo.servicio.responder("Backup", "ERROR:nombre prohibido");
     subir(1000);
     EXPECT_EQ(mundo.guion().ultimo().texto, "ERROR:nombre prohibido");
     EXPECT_EQ(mundo.guion().ultimo().icono, core::Icono::exclamacion);
-
-    mundo.guion().cancelarArchivo();
-    mundo.flujos.personales().Subir_Click();
-    EXPECT_TRUE(estado.gInterrumpido);
 }
 
 TEST_F(PruebaPersonales, DescargarDejaSuLineaSoloSiLlegoEntero) {

@@ -122,19 +122,6 @@ TEST_F(PruebaReanudacion, MuertoEnLaUltimaPieza) {
     }
 }
 
-TEST_F(PruebaReanudacion, ElServicioMuereEntreDosPiezas) {
-    const auto contenido = pruebas::contenidoDePrueba(6 * c + 1);
-    const auto ruta = escribir("GAMMA 2024-05-31  18 30.ZIP", contenido);
-    mundo.nucleo.guion.enTurno(7, [&] { servicio.matar(); });
-    EXPECT_THAT(transferencia.SubirArchivo(ruta, "VELDORIX", true, 1), StartsWith("ERROR<1250> "));
-    EXPECT_EQ(clave("Offset"), std::to_string(3 * c + 1));
-    EXPECT_THAT(transferencia.ContinuarSubida(), StartsWith("ERROR<1250> ")) << "still away";
-    EXPECT_EQ(clave("Active"), ruta);
-    servicio.arrancar();
-    EXPECT_EQ(transferencia.ContinuarSubida(), "");
-    EXPECT_TRUE(bajar("VELDORIX", core::SoloNombre(ruta)) == contenido);
-}
-
 TEST_F(PruebaReanudacion, UnaParadaDejaLoEnviadoEnElServicio) {
     const auto ruta = escribir("parada.bin", pruebas::contenidoDePrueba(5 * c));
     mundo.nucleo.guion.enTurno(5, [&] { mundo.nucleo.estado.gDetener = true; });

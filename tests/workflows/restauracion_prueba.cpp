@@ -13,8 +13,6 @@
 namespace tarvoline::workflows {
 namespace {
 
-using pruebas::MundoFlujos;
-
 class PruebaRestauracion : public ::testing::Test {
   protected:
     // A company with images and an attached folder, packed.
@@ -27,17 +25,7 @@ class PruebaRestauracion : public ::testing::Test {
         nucleo.estado.gAdjuntarCarpetas = {"", nucleo.ruta("ajenas/Cartas")};
         return mundo.flujos.empaquetado().ZipEmpresa(ruta, nucleo.ruta("salida"), true);
     }
-    // All files of the data directory by name.
-    std::map<std::string, std::string> datos() {
-        std::map<std::string, std::string> archivos;
-        for (const auto& entrada : std::filesystem::recursive_directory_iterator(nucleo.datos())) {
-            if (entrada.is_regular_file()) {
-                const auto nombre = std::filesystem::relative(entrada.path(), nucleo.datos()).string();
-                archivos[nombre] = nucleo.carpeta().leer("datos/" + nombre);
-            }
-        }
-        return archivos;
-    }
+    std::map<std::string, std::string> datos() { return mundo.archivosDe("datos"); }
     // An archive of the given entries.
     std::string archivoCon(const std::map<std::string, std::string>& entradas) {
         std::vector<std::string> lista;
@@ -57,7 +45,7 @@ class PruebaRestauracion : public ::testing::Test {
         return mundo.flujos.restauracion().RestaurarEmpresa(archivo);
     }
 
-    MundoFlujos mundo;
+    pruebas::MundoFlujos mundo;
     pruebas::NucleoPrueba& nucleo = mundo.nucleo;
     std::string ruta;
 };
@@ -89,53 +77,49 @@ TEST_F(PruebaRestauracion, JuntoALaOriginalTomaNombreYNumeroLibres) {
     EXPECT_FALSE(nucleo.carpeta().hay("datos/ZIP"));
 }
 
-TEST_F(PruebaRestauracion, EncimaDeLaExistenteConservaSuNumero) {
+TEST_F(PruebaRestauracion, EncimaDeLaExistenteCuandoNadieLaUsa) {
     const auto archivo = empaquetar("Uno.QZT");
     const auto buena = datos();
     nucleo.carpeta().escribir("datos/PLANC01.QZD", "estropeada");
     nucleo.carpeta().escribir("datos/Uno.QZT", "01 estropeada");
-    nucleo.guion.rellenar({}, 0);
-    ASSERT_TRUE(restaurar(archivo));
-    EXPECT_EQ(datos().at("PLANC01.QZD"), buena.at("PLANC01.QZD"));
-    EXPECT_EQ(datos().at("Uno.QZT"), buena.at("Uno.QZT"));
-    EXPECT_FALSE(nucleo.guion.mostro("<1569>"));
-}
-
-TEST_F(PruebaRestauracion, UnaEmpresaEnUsoEsperaOSeDeja) {
-    const auto archivo = empaquetar("Uno.QZT");
+    const auto estropeada = datos();
     auto otro = nucleo.archivos.abrir(nucleo.datos("EXTRA01.QZD"), platform::Apertura::lectura,
                                       platform::Comparticion::compartida);
-    const auto antes = datos();
     nucleo.guion.rellenar({}, 0);
     nucleo.guion.aceptar("Uno.QZT\r\n<29>\r\n<1742>\r\n<1743>");
     nucleo.guion.cancelar();
     EXPECT_FALSE(restaurar(archivo));
     EXPECT_TRUE(nucleo.guion.mostro("<1227>"));
-    EXPECT_EQ(datos(), antes);
+    EXPECT_TRUE(datos() == estropeada);
 
-    nucleo.guion.rellenar({}, 0);
     otro.reset();
+    nucleo.guion.rellenar({}, 0);
     EXPECT_TRUE(restaurar(archivo));
+    EXPECT_EQ(datos().at("PLANC01.QZD"), buena.at("PLANC01.QZD"));
+    EXPECT_EQ(datos().at("Uno.QZT"), buena.at("Uno.QZT")) << "with its number";
+    EXPECT_FALSE(nucleo.guion.mostro("<1569>"));
 }
 
-TEST_F(PruebaRestauracion, ArchivosQueNoSonUnaEmpresaSeRechazan) {
-    mundo.crearEmpresa("Uno.QZT");
+TEST_F(PruebaRestauracion, LoQueNoEsUnaEmpresaEnteraSeRechazaYNoTocaNada) {
+    const auto entero = nucleo.carpeta().leer("salida/" + core::SoloNombre(empaquetar("Uno.QZT")));
     const auto antes = datos();
-    const auto sinEmpresa = archivoCon({{"PLANC03.QZD", "x"}});
-    EXPECT_FALSE(restaurar(sinEmpresa));
-    EXPECT_TRUE(nucleo.guion.mostro("<371> " + sinEmpresa + "\r\n<971>"));
-    nucleo.guion.olvidar();
-    EXPECT_FALSE(restaurar(archivoCon({{"A.QZT", "01"}, {"B.qzt", "02"}})));
-    EXPECT_TRUE(nucleo.guion.mostro("<971>"));
-    nucleo.guion.olvidar();
-    EXPECT_FALSE(restaurar(archivoCon({{"dentro/A.QZT", "01"}})));
-    EXPECT_TRUE(nucleo.guion.mostro("<971>"));
-    nucleo.guion.olvidar();
-    EXPECT_FALSE(restaurar(nucleo.carpeta().escribir("falso.zip", "no soy un zip")));
-    EXPECT_TRUE(nucleo.guion.mostro("<971>"));
+    const auto rechazar = [&](const std::string& archivo) {
+        nucleo.guion.olvidar();
+        EXPECT_FALSE(restaurar(archivo));
+        EXPECT_TRUE(nucleo.guion.mostro("<971>"));
+        EXPECT_TRUE(datos() == antes) << archivo;
+    };
+    rechazar(archivoCon({{"PLANC03.QZD", "x"}}));
+    EXPECT_TRUE(nucleo.guion.mostro("<371> " + nucleo.ruta("hecho.zip") + "\r\n<971>"));
+    rechazar(archivoCon({{"A.QZT", "01"}, {"B.qzt", "02"}}));
+    rechazar(archivoCon({{"dentro/A.QZT", "01"}}));
+    rechazar(nucleo.carpeta().escribir("falso.zip", "no soy un zip"));
+    for (const std::size_t milesimas : {0U, 300U, 900U, 999U}) {
+        SCOPED_TRACE(milesimas);
+        rechazar(nucleo.carpeta().escribir("corto.zip", entero.substr(0, entero.size() * milesimas / 1000)));
+    }
     EXPECT_FALSE(restaurar(nucleo.ruta("no existe.zip")));
     EXPECT_FALSE(restaurar(""));
-    EXPECT_EQ(datos(), antes);
 }
 
 TEST_F(PruebaRestauracion, NombresSinSitioParaElNumeroNoPisanNada) {
@@ -153,21 +137,6 @@ TEST_F(PruebaRestauracion, ConNoventaYNueveNumerosNoQuedaSitio) {
     EXPECT_FALSE(restaurar(archivo));
     EXPECT_TRUE(nucleo.guion.mostro("<830>"));
     EXPECT_FALSE(nucleo.guion.punteroEspera);
-}
-
-TEST_F(PruebaRestauracion, UnArchivoCortadoNoTocaNada) {
-    const auto archivo = empaquetar("Uno.QZT");
-    const auto entero = nucleo.carpeta().leer("salida/" + core::SoloNombre(archivo));
-    const auto antes = datos();
-    for (const double parte : {0.0, 0.3, 0.9, 0.999}) {
-        nucleo.guion.olvidar();
-        const auto corto = nucleo.carpeta().escribir(
-            "corto.zip",
-            entero.substr(0, static_cast<std::size_t>(static_cast<double>(entero.size()) * parte)));
-        EXPECT_FALSE(restaurar(corto)) << parte;
-        EXPECT_FALSE(nucleo.guion.cajas().empty()) << parte;
-        EXPECT_EQ(datos(), antes) << parte;
-    }
 }
 
 TEST(Colocacion, NombresRepetidosSinCaja) {
