@@ -22,19 +22,20 @@ preparar_casa() {
   mkdir -p "$casa"/{home,config,datos,estado,tmp,servicio,empresas,personal}
   export HOME=$casa/home XDG_CONFIG_HOME=$casa/config XDG_DATA_HOME=$casa/datos XDG_STATE_HOME=$casa/estado
   export TMPDIR=$casa/tmp
-  unset DISPLAY WAYLAND_DISPLAY http_proxy https_proxy all_proxy HTTP_PROXY HTTPS_PROXY ALL_PROXY
+  unset http_proxy https_proxy all_proxy HTTP_PROXY HTTPS_PROXY ALL_PROXY
 }
 
-# Starts the service with two users of one account, and points the settings at it.
+alta() { # alta USER ACCOUNT NAME: a user of the service whose key is made of the name; the account has 1 GB
+  "$bin/tarvoline-servicio" usuario --raiz "$casa/servicio" --alta "$1" --clave "${1^}2024" --cuenta "$2" --gb 1 \
+    --etiqueta "$3" >/dev/null || fallo "user $1"
+}
+
+# Starts the service and points the settings at it.
 arrancar_servicio() {
-  "$bin/tarvoline-servicio" usuario --raiz "$casa/servicio" --alta ana --clave Ana2024 --cuenta C0001 --gb 1 \
-    --etiqueta 'Ana Ruiz' >/dev/null || fallo 'user ana'
-  "$bin/tarvoline-servicio" usuario --raiz "$casa/servicio" --alta luis --clave Luis2024 --cuenta C0001 --gb 1 \
-    --etiqueta 'Luis Gil' >/dev/null || fallo 'user luis'
   mkfifo "$casa/url"
   "$bin/tarvoline-servicio" --raiz "$casa/servicio" --puerto 0 >"$casa/url" 2>"$casa/servicio.log" &
   servicio=$!
-  trap 'kill "$servicio" 2>/dev/null || true' EXIT
+  trap 'kill $servicio ${programa:-} ${gestor:-} ${pantalla:-} 2>/dev/null || true' EXIT
   local url
   read -r url <"$casa/url" || fallo 'the service did not start'
   echo "$url"
@@ -108,15 +109,41 @@ mover_personales() {
   copias ana espacio
 }
 
+# The window on the account of the demo company, from where the person at the display goes on; without a display it is
+# started on one in memory and leaves a picture of itself in mid-transfer.
+mostrar_ventana() {
+  "$bin/tarvoline-ajustes" grabar ACTIVE "$original" -p VELDORIX
+  if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+    paso 'The window, on the demo account (ana, Ana2024); closing it ends the demo'
+    "$bin/tarvoline" 2 || fallo "the window (exit $?)"
+    return
+  fi
+  paso 'The window on a display in memory'
+  truncate -s 400M "$casa/personal/Grabación de la junta.bin"
+  abrir_pantalla 1180x800
+  abrir_programa "$casa/ventana.log"
+  esperar_ventana ' ana ' || fallo 'the window did not open'
+  encuadrar
+  foto_en_marcha "$casa/ventana.png" "$casa/personal/Grabación de la junta.bin" 150000000
+  tecla Escape
+  kill "$programa"
+  wait "$programa" || true
+  cerrar_pantalla
+  echo 'A picture of the window at work: .run/ventana.png'
+}
+
 demostracion() {
   bin=$1/build/release/bin
   casa=$1/.run
   preparar_casa
-  paso 'The embedded service'
+  paso 'The embedded service, with two users of one account'
+  alta ana C0001 'Ana Ruiz'
+  alta luis C0001 'Luis Gil'
   arrancar_servicio
   copiar_empresa
   restaurar_empresa
   mover_personales
+  mostrar_ventana
   kill "$servicio"
   wait "$servicio" || fallo 'the service did not end cleanly'
   trap - EXIT
