@@ -66,11 +66,43 @@ bool Arbol::tomar(Sitio& sitio) {
     Camino::Paso& hoja = camino_[hoja_];
     hoja.lugar = vista(*hoja.pagina).conEntrada(hoja.lugar);
     if (vista(*hoja.pagina).alFinal(hoja.lugar) && !hojaSiguiente()) return false;
-    vista(*hoja.pagina).leerClave(hoja.lugar, sitio.clave);
-    sitio.hoja = hoja.hijo;
-    sitio.lugar = hoja.lugar;
-    sitio.cabecera = archivo_.cabecera().sello;
+    leerEn(hoja.lugar, sitio);
     return true;
+}
+
+// In the leaf of the path.
+void Arbol::leerEn(const Lugar& lugar, Sitio& sitio) {
+    const Camino::Paso& hoja = camino_[hoja_];
+    vista(*hoja.pagina).leerClave(lugar, sitio.clave);
+    sitio.hoja = hoja.hijo;
+    sitio.lugar = lugar;
+    sitio.cabecera = archivo_.cabecera().sello;
+}
+
+Arbol::Hallazgo Arbol::situar(const Clave& buscada, std::size_t letras, Sitio& sitio) {
+    if (raiz_.altura == 0) return Hallazgo::nada;
+    bajar(buscada, Cota::inferior);
+    const auto coincide = [&] {
+        return std::memcmp(sitio.clave.texto.data(), buscada.texto.data(), letras) == 0;
+    };
+    const VistaPagina v = vista(*camino_[hoja_].pagina);
+    const Lugar cota = camino_[hoja_].lugar;
+    const Lugar aqui = v.conEntrada(cota);
+    if (!v.alFinal(aqui)) {
+        leerEn(aqui, sitio);
+        if (coincide()) return Hallazgo::igual;
+        if (const auto previa = v.anterior(cota)) {
+            leerEn(*previa, sitio);
+            return Hallazgo::entre;
+        }
+    }
+    // At the leaf's edge the answer may stand in a neighbour.
+    const bool hay = tomar(sitio);
+    if (hay && coincide()) return Hallazgo::igual;
+    Sitio menor;
+    if (!antesDe(buscada, menor)) return hay ? Hallazgo::antes : Hallazgo::nada;
+    sitio = menor;
+    return hay ? Hallazgo::entre : Hallazgo::despues;
 }
 
 bool Arbol::desde(const Clave& buscada, Cota cota, Sitio& sitio) {
@@ -106,17 +138,17 @@ bool Arbol::ultima(Sitio& sitio) {
     return antesDe(mayor, sitio);
 }
 
-bool Arbol::trasSitio(Sitio& sitio) {
+bool Arbol::trasSitio(const Sitio& sitio, Sitio& siguiente) {
     const VistaPagina v = vista(archivo_.pagina(sitio.hoja, clave_, 0));
     const Lugar lugar = v.siguiente(sitio.lugar);
-    if (v.alFinal(lugar)) {
-        const Clave esta = sitio.clave;
-        return desde(esta, Cota::superior, sitio);
-    }
+    if (v.alFinal(lugar)) return desde(sitio.clave, Cota::superior, siguiente);
     Entrada entrada = v.entradaEn(lugar.posicion);
     if (lugar.bloque != sitio.lugar.bloque) entrada.comun = 0;
-    v.seguirClave(entrada, sitio.clave);
-    sitio.lugar = lugar;
+    std::memcpy(siguiente.clave.texto.data(), sitio.clave.texto.data(), entrada.comun);
+    v.seguirClave(entrada, siguiente.clave);
+    siguiente.hoja = sitio.hoja;
+    siguiente.lugar = lugar;
+    siguiente.cabecera = sitio.cabecera;
     return true;
 }
 

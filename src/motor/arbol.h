@@ -41,8 +41,12 @@ class Arbol {
     bool desde(const Clave& buscada, Cota cota, Sitio& sitio);
     // The last entry below `buscada`.
     bool antesDe(const Clave& buscada, Sitio& sitio);
+    enum class Hallazgo { nada, igual, entre, antes, despues };
+    // The first entry that is not below `buscada`, if it agrees with it in the first `letras` characters;
+    // else the last one below it, or the very first.
+    Hallazgo situar(const Clave& buscada, std::size_t letras, Sitio& sitio);
     // The entry behind the one of `sitio`, which this same head's tree has given.
-    bool trasSitio(Sitio& sitio);
+    bool trasSitio(const Sitio& sitio, Sitio& siguiente);
 
   private:
     VistaPagina vista(const Pagina& pagina) const { return {pagina.datos.data(), archivo_.ancho()}; }
@@ -51,6 +55,7 @@ class Arbol {
     bool hojaSiguiente();
     bool hojaAnterior();
     bool tomar(Sitio& sitio);
+    void leerEn(const Lugar& lugar, Sitio& sitio);
 
     ArchivoClaves& archivo_;
     const Raiz& raiz_;

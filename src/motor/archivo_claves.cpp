@@ -13,8 +13,9 @@ namespace error_archivo = platform::error_archivo;
 
 // 32 MiB a file.
 constexpr std::size_t topeDeCache = 16384;
-// The first head and the core of the second.
+// From the first head's core to the end of the second's.
 using Cabezas = std::array<Octeto, bytesCabecera + bytesNucleo>;
+constexpr std::uint64_t lugarCabezas = posicionDeNucleo(0);
 
 // What is missing at the end of a short file reads as zeros.
 std::size_t leerDe(platform::Archivo& archivo, std::uint64_t posicion, Octeto* destino, std::size_t bytes) {
@@ -30,12 +31,10 @@ std::optional<Cabecera> masNueva(const Cabezas& cabezas) {
     return una;
 }
 
-int estadoSinCabecera(const Cabezas& cabezas) {
-    const Origen una = origenDe(cabezas.data());
-    const Origen otra = origenDe(cabezas.data() + bytesCabecera);
-    const bool propio = una == Origen::propio || otra == Origen::propio;
-    const bool ajeno = una == Origen::ajeno || otra == Origen::ajeno;
-    return ajeno && !propio ? estado_archivo::ajeno : estado_archivo::dannado;
+int estadoSinCabecera(platform::Archivo& archivo) {
+    std::array<Octeto, bytesNucleo> comienzo;
+    leerDe(archivo, 0, comienzo.data(), comienzo.size());
+    return origenDe(comienzo.data()) == Origen::ajeno ? estado_archivo::ajeno : estado_archivo::dannado;
 }
 
 bool tieneSentinelaAjena(platform::SistemaArchivos& archivos, std::string_view ruta) {
@@ -91,10 +90,10 @@ ArchivoClaves::ArchivoClaves(std::unique_ptr<platform::Archivo> archivo, const C
 
 ArchivoClaves::Apertura ArchivoClaves::desde(std::unique_ptr<platform::Archivo> archivo) {
     Cabezas cabezas;
-    leerDe(*archivo, 0, cabezas.data(), cabezas.size());
+    leerDe(*archivo, lugarCabezas, cabezas.data(), cabezas.size());
     const auto cabecera = masNueva(cabezas);
-    if (!cabecera) return {estadoSinCabecera(cabezas), nullptr};
-    const auto danno = leerEntero<std::uint64_t>(cabezas.data() + posicionDanno);
+    if (!cabecera) return {estadoSinCabecera(*archivo), nullptr};
+    const auto danno = leerEntero<std::uint64_t>(cabezas.data() + posicionDanno - lugarCabezas);
     if (danno == cabecera->archivo) return {estado_archivo::dannado, nullptr};
     return {estado_archivo::bien,
             std::unique_ptr<ArchivoClaves>(new ArchivoClaves(std::move(archivo), *cabecera))};
@@ -131,8 +130,8 @@ ArchivoClaves::Apertura ArchivoClaves::crear(platform::SistemaArchivos& archivos
             return yaCreado(archivos, ruta, longitud, claves);
         }
         Cabezas cabezas;
-        leerDe(*archivo, 0, cabezas.data(), cabezas.size());
-        if (!masNueva(cabezas) && estadoSinCabecera(cabezas) == estado_archivo::ajeno) {
+        leerDe(*archivo, lugarCabezas, cabezas.data(), cabezas.size());
+        if (!masNueva(cabezas) && estadoSinCabecera(*archivo) == estado_archivo::ajeno) {
             return {estado_archivo::ajeno, nullptr};
         }
         std::random_device fuente;
@@ -144,6 +143,7 @@ ArchivoClaves::Apertura ArchivoClaves::crear(platform::SistemaArchivos& archivos
         nueva.contador = contador;
         std::array<Octeto, 2 * bytesCabecera> bytes{};
         codificarCabecera(nueva, {}, bytes.data());
+        ponerComienzo(bytes.data());
         archivo->truncar(0);
         archivo->escribir(0, std::as_bytes(std::span(bytes)));
         // From now on others may open it, too.
@@ -160,7 +160,7 @@ void ArchivoClaves::leerExacto(std::uint64_t posicion, Octeto* destino, std::siz
 
 bool ArchivoClaves::sigueIgual() {
     std::array<Octeto, 8> palabra;
-    const std::uint64_t otra = posicionDeCabecera(1 - cabecera_.lugar()) + lugarSello;
+    const std::uint64_t otra = posicionDeNucleo(1 - cabecera_.lugar()) + lugarSello;
     leerExacto(otra, palabra.data(), palabra.size());
     const auto sello = leerEntero<Sello>(palabra.data());
     return numeroDe(sello) <= numeroDe(cabecera_.sello) || sello == selloRoto_;
@@ -169,7 +169,7 @@ bool ArchivoClaves::sigueIgual() {
 bool ArchivoClaves::adoptarLaOtra() {
     std::array<Octeto, bytesNucleo> nucleo;
     const unsigned lugar = 1 - cabecera_.lugar();
-    leerExacto(posicionDeCabecera(lugar), nucleo.data(), nucleo.size());
+    leerExacto(posicionDeNucleo(lugar), nucleo.data(), nucleo.size());
     const auto otra = descifrarCabecera(nucleo.data(), lugar);
     if (!otra || otra->archivo != cabecera_.archivo || otra->sello <= cabecera_.sello) return false;
     cabecera_ = *otra;
@@ -179,14 +179,14 @@ bool ArchivoClaves::adoptarLaOtra() {
 void ArchivoClaves::refrescar() {
     if (sigueIgual()) return;
     Cabezas cabezas;
-    leerExacto(0, cabezas.data(), cabezas.size());
+    leerExacto(lugarCabezas, cabezas.data(), cabezas.size());
     const auto nueva = masNueva(cabezas);
     if (!nueva || nueva->archivo != cabecera_.archivo || nueva->sello < cabecera_.sello) {
         throw Danno("the key file's heads are damaged");
     }
     cabecera_ = *nueva;
     const unsigned otra = 1 - cabecera_.lugar();
-    const auto sello = leerEntero<Sello>(cabezas.data() + posicionDeCabecera(otra) + lugarSello);
+    const auto sello = leerEntero<Sello>(cabezas.data() + otra * bytesCabecera + lugarSello);
     selloRoto_ = numeroDe(sello) > numeroDe(cabecera_.sello) ? sello : 0;
 }
 
@@ -194,7 +194,7 @@ void ArchivoClaves::cargarLibres() {
     if (libresDe_ == cabecera_.sello) return;
     std::array<Octeto, maxTramos * bytesTramo> bytes;
     const std::size_t cuantos = cabecera_.tramos * bytesTramo;
-    leerExacto(posicionDeCabecera(cabecera_.lugar()) + bytesNucleo, bytes.data(), cuantos);
+    leerExacto(posicionDeNucleo(cabecera_.lugar()) - cuantos, bytes.data(), cuantos);
     auto tramos = descifrarTramos(cabecera_, bytes.data());
     if (!tramos) throw Danno("the key file's free pages are damaged");
     libres_.poner(std::move(*tramos));

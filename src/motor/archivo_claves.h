@@ -75,14 +75,14 @@ class ArchivoClaves {
     unsigned ancho() const { return cabecera_.longitud; }
     platform::Archivo& archivo() { return *archivo_; }
 
-    // Runs `orden`, which reads through cabecera() and pagina() and may be run more than once: it keeps its
-    // answer to itself. Throws ErrorMotor.
+    // Runs `orden`, which reads through cabecera() and pagina() and may be run more than once: what it
+    // leaves behind counts only when this returns. Throws ErrorMotor.
     template <typename Orden>
-    auto leer(Orden&& orden) -> decltype(orden());
+    void leer(Orden&& orden);
 
     // The same, holding the turn from the start: once, and nothing changes meanwhile.
     template <typename Orden>
-    auto leerConTurno(Orden&& orden) -> decltype(orden());
+    void leerConTurno(Orden&& orden);
     // The free pages that the head lists. Within leerConTurno().
     const std::vector<Tramo>& libres() {
         cargarLibres();
@@ -123,6 +123,14 @@ class ArchivoClaves {
     Libres libres_;
     Sello libresDe_ = 0;
     bool fallida_ = false;  // a head write failed
+    // Buffers of the writing commands, kept for the next.
+    struct Taller {
+        std::vector<std::uint32_t> reserva;
+        std::vector<std::uint32_t> sucias;
+        std::vector<Tramo> liberadas;
+        std::vector<Octeto> tanda;
+    };
+    Taller taller_;
     // The random bits of this handle's seals; drawn anew after a commit that failed.
     std::optional<std::uint64_t> azar_;
 };
@@ -133,19 +141,17 @@ struct ArchivoClaves::Apertura {
 };
 
 template <typename Orden>
-auto ArchivoClaves::leer(Orden&& orden) -> decltype(orden()) {
-    decltype(orden()) respuesta{};
-    if (sinTurno_ && leerSinTurno([&] { respuesta = orden(); })) return respuesta;
-    return leerConTurno(orden);
+void ArchivoClaves::leer(Orden&& orden) {
+    if (!sinTurno_ || !leerSinTurno(orden)) leerConTurno(orden);
 }
 
 template <typename Orden>
-auto ArchivoClaves::leerConTurno(Orden&& orden) -> decltype(orden()) {
+void ArchivoClaves::leerConTurno(Orden&& orden) {
     const Turno turno(*archivo_, platform::TipoBloqueo::compartido, !sinTurno_);
     try {
         refrescar();
         cache_.recortar();
-        return orden();
+        orden();
     } catch (const Danno&) {
         darPorDannado();
         throw;

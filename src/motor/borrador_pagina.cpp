@@ -96,7 +96,7 @@ void BorradorPagina::insertar(const Lugar& lugar, const Clave& clave, const Hijo
     unsigned comun = 0;
     const bool esPrimera = lugar.posicion <= inicio;
     if (!esPrimera) {
-        v.leerClave(*v.anterior(lugar), vecina);
+        v.leerPrevia(lugar, vecina);
         comun = comunes(vecina.texto.data(), clave.texto.data(), ancho_);
     }
     Trozo trozo;

@@ -49,7 +49,7 @@ class BorradorPagina {
     static constexpr std::size_t margen = 3 * mayorEntrada;
     std::array<Octeto, 2 * bytesPagina + margen> datos_;
     unsigned ancho_;
-    Clave ultima_{};  // the last entry that anadir() has written
+    Clave ultima_;  // the last entry that anadir() has written
 };
 
 }  // namespace tarvoline::motor

@@ -42,18 +42,18 @@ bool sensata(const Cabecera& c) {
 }  // namespace
 
 std::size_t codificarCabecera(Cabecera& cabecera, const std::vector<Tramo>& tramos, Octeto* destino) {
-    std::memset(destino, 0, bytesNucleo);
-    Octeto* sitio = destino + bytesNucleo;
+    const std::size_t comienzo = lugarNucleo - tramos.size() * bytesTramo;
+    Octeto* sitio = destino + comienzo;
+    cabecera.tramos = static_cast<std::uint32_t>(tramos.size());
     for (const Tramo& tramo : tramos) {
         ponerEntero(sitio, tramo.pagina);
         ponerEntero(sitio + 4, tramo.cuantas);
         sitio += bytesTramo;
     }
-    cabecera.tramos = static_cast<std::uint32_t>(tramos.size());
-    cabecera.sumaTramos = sumaDeTramos(cabecera, destino + bytesNucleo);
-    std::memcpy(destino, marcaDeFormato.data(), marcaDeFormato.size());
-    ponerEntero(destino + 8, version);
-    ponerEntero(destino + 10, static_cast<std::uint16_t>(bytesPagina));
+    cabecera.sumaTramos = sumaDeTramos(cabecera, destino + comienzo);
+    destino += lugarNucleo;
+    std::memset(destino, 0, bytesNucleo);
+    ponerComienzo(destino);
     ponerEntero(destino + 12, cabecera.longitud);
     destino[14] = cabecera.claves;
     ponerEntero(destino + 16, cabecera.archivo);
@@ -71,7 +71,13 @@ std::size_t codificarCabecera(Cabecera& cabecera, const std::vector<Tramo>& tram
         raiz[20] = cabecera.raices[i].altura;
     }
     ponerEntero(destino + lugarSuma, sumaNucleo(destino));
-    return bytesNucleo + tramos.size() * bytesTramo;
+    return comienzo;
+}
+
+void ponerComienzo(Octeto* destino) {
+    std::memcpy(destino, marcaDeFormato.data(), marcaDeFormato.size());
+    ponerEntero(destino + 8, version);
+    ponerEntero(destino + 10, static_cast<std::uint16_t>(bytesPagina));
 }
 
 std::optional<Cabecera> descifrarCabecera(const Octeto* nucleo, unsigned lugar) {
@@ -112,12 +118,12 @@ std::optional<std::vector<Tramo>> descifrarTramos(const Cabecera& cabecera, cons
     return tramos;
 }
 
-Origen origenDe(const Octeto* nucleo) {
-    if (std::all_of(nucleo, nucleo + bytesNucleo, [](Octeto uno) { return uno == 0; }))
+Origen origenDe(const Octeto* comienzo) {
+    if (std::all_of(comienzo, comienzo + bytesNucleo, [](Octeto uno) { return uno == 0; }))
         return Origen::en_cero;
-    const bool marca = std::memcmp(nucleo, marcaDeFormato.data(), marcaDeFormato.size()) == 0;
-    const bool forma = leerEntero<std::uint16_t>(nucleo + 8) == version &&
-                       leerEntero<std::uint16_t>(nucleo + 10) == bytesPagina;
+    const bool marca = std::memcmp(comienzo, marcaDeFormato.data(), marcaDeFormato.size()) == 0;
+    const bool forma = leerEntero<std::uint16_t>(comienzo + 8) == version &&
+                       leerEntero<std::uint16_t>(comienzo + 10) == bytesPagina;
     return marca && forma ? Origen::propio : Origen::ajeno;
 }
 

@@ -1,6 +1,7 @@
-// The head of a key file. Two of them begin the file, each in 4096 bytes; commits write them in turn. The
-// first 512 bytes are what readers need, the runs of free pages behind them concern writers only, so each
-// part has a check sum of its own.
+// The head of a key file. The file begins with the places of two heads, 4096 bytes each; commits write them
+// in turn. A head's core is the last 512 bytes of its place; the runs of free pages, which concern writers
+// only, end where it begins. One write puts down both, the core last: a write that breaks off leaves the
+// older core, which then is not the newest. Each part has a check sum of its own. Positions in the core:
 //
 //    0  8  "QZCLAVES"
 //    8  2  format version, 1
@@ -14,11 +15,13 @@
 //   36  4  high-water mark: pages from here on have never been used
 //   40 12  head of the list of free pages: page (4), seal (8)
 //   52  4  free pages on that list
-//   56  4  runs of free pages behind the first 512 bytes
+//   56  4  runs of free pages before the core
 //   60  4  check sum of those runs
 //   64 24  for each key, ten times: root page (4), its seal (8), entries (8), levels (1), zero (3)
 //  508  4  check sum of the first 508 bytes
-//  512  8  for each run: its first page (4), number of pages (4)
+//
+// A run is its first page (4) and the number of its pages (4). The file itself begins with the first twelve
+// bytes of the core, never changed, so that it is known even when no head is.
 #pragma once
 
 #include <array>
@@ -33,10 +36,11 @@ namespace tarvoline::motor {
 inline constexpr std::size_t bytesNucleo = 512;
 inline constexpr std::size_t lugarSello = 24;
 inline constexpr std::size_t bytesTramo = 8;
-// The last 16 bytes of a head's place are not its own; see posicionDanno.
+inline constexpr std::size_t lugarNucleo = bytesCabecera - bytesNucleo;
+// The first 16 bytes of a head's place are not its own: the file's beginning, and posicionDanno.
 inline constexpr std::size_t maxTramos = (bytesCabecera - bytesNucleo - 16) / bytesTramo;
 // Eight bytes that hold the file's identity once somebody has met damage: every later opening then knows.
-inline constexpr std::uint64_t posicionDanno = bytesCabecera - 8;
+inline constexpr std::uint64_t posicionDanno = bytesCabecera;
 
 struct Raiz {
     Hijo hijo;
@@ -65,13 +69,15 @@ struct Cabecera {
     unsigned lugar() const { return static_cast<unsigned>(numeroDe(sello) % 2); }
 };
 
-constexpr std::uint64_t posicionDeCabecera(unsigned lugar) {
-    return lugar * bytesCabecera;
+constexpr std::uint64_t posicionDeNucleo(unsigned lugar) {
+    return lugar * bytesCabecera + lugarNucleo;
 }
 
-// Writes the head, its runs behind it, and both check sums; tells how many bytes. `destino` has
-// bytesCabecera.
+// Writes the head as it ends its place, its runs before it, with both check sums; tells where in the place it
+// begins. `destino` has bytesCabecera.
 std::size_t codificarCabecera(Cabecera& cabecera, const std::vector<Tramo>& tramos, Octeto* destino);
+// What begins the file.
+void ponerComienzo(Octeto* destino);
 // Nothing when these 512 bytes are no sound head. `lugar`: 0 or 1, where they stand.
 std::optional<Cabecera> descifrarCabecera(const Octeto* nucleo, unsigned lugar);
 // Nothing when they are not the runs that the head speaks of, or could not be free pages.
@@ -82,6 +88,7 @@ enum class Origen {
     ajeno,    // something else, or of a later version
     en_cero,  // zeros only: what a power failure leaves of a file just made
 };
-Origen origenDe(const Octeto* nucleo);
+// By the first 512 bytes of the file.
+Origen origenDe(const Octeto* comienzo);
 
 }  // namespace tarvoline::motor

@@ -32,7 +32,7 @@ bool EdicionArbol::bajar(const Clave& entrada) {
     const Lugar lugar = v.buscar(entrada, Cota::inferior, previa);
     camino_[hoja()].lugar = lugar;
     const Lugar ocupado = v.conEntrada(lugar);
-    if (v.alFinal(ocupado)) return false;
+    if (v.alFinal(ocupado) || v.entradaEn(ocupado.posicion).registro != entrada.registro) return false;
     Clave hallada;
     v.leerClave(ocupado, hallada);
     const bool igual = hallada.registro == entrada.registro &&

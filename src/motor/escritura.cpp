@@ -10,6 +10,13 @@ namespace tarvoline::motor {
 
 namespace {
 
+// The head has room for more runs of free pages; but every commit looks through them and writes them.
+constexpr std::size_t tramosHolgados = 200;
+static_assert(tramosHolgados <= maxTramos);
+// So many go to a list at once.
+constexpr std::size_t tramosPorLista = 150;
+static_assert(tramosPorLista <= maxTramosLista);
+
 constexpr std::size_t bytesMayorTanda = std::size_t{256} * 1024;
 
 std::span<const std::byte> bytesDe(const Octeto* datos, std::size_t cuantos) {
@@ -21,7 +28,14 @@ std::span<const std::byte> bytesDe(const Octeto* datos, std::size_t cuantos) {
 Escritura::Escritura(ArchivoClaves& archivo)
     : archivo_(archivo),
       turno_(*archivo.archivo_, platform::TipoBloqueo::exclusivo, !archivo.sinTurno_),
-      libres_(archivo.libres_) {
+      libres_(archivo.libres_),
+      reserva_(archivo.taller_.reserva),
+      sucias_(archivo.taller_.sucias),
+      liberadas_(archivo.taller_.liberadas),
+      tanda_(archivo.taller_.tanda) {
+    reserva_.clear();
+    sucias_.clear();
+    liberadas_.clear();
     if (archivo.fallida_) throw ErrorMotor("the key file is damaged or failed while it was written");
     archivo.refrescar();
     archivo.cargarLibres();
@@ -93,7 +107,7 @@ std::uint32_t Escritura::asignar(unsigned nivel) {
     return pagina;
 }
 
-// Pages in one run make one write. Where none is long enough the file grows, unless a good part of it is
+// Pages in one run make one write. Where none is long enough the file grows, unless two fifths of it are
 // free.
 void Escritura::conseguir(std::uint32_t cuantas) {
     if (const std::uint32_t primera = libres_.tomarSeguidas(cuantas); primera != 0) {
@@ -102,7 +116,7 @@ void Escritura::conseguir(std::uint32_t cuantas) {
         return;
     }
     const std::uint64_t libres = libres_.total() + nueva_.enLista;
-    if (libres < cuantas || 4 * libres < nueva_.marca) {
+    if (libres < cuantas || 5 * libres < 2 * std::uint64_t{nueva_.marca}) {
         const std::uint32_t primera = alargar(cuantas);
         for (std::uint32_t i = 0; i < cuantas; ++i)
             reserva_.push_back(primera + i);
@@ -152,7 +166,7 @@ void Escritura::ordenarLibres() {
     // Lists take their pages before those that this commit frees come in (2).
     std::vector<std::uint32_t> paraListas;
     const auto sobran = [&] {
-        const std::size_t caben = maxTramos + paraListas.size() * (maxTramosLista - 1);
+        const std::size_t caben = tramosHolgados + paraListas.size() * (tramosPorLista - 1);
         return libres_.tramos().size() + liberadas_.size() > caben;
     };
     while (sobran()) {
@@ -166,7 +180,7 @@ void Escritura::ordenarLibres() {
 }
 
 void Escritura::guardarEnLista(std::uint32_t numero) {
-    const ListaLibres lista{nueva_.lista, libres_.apartar(maxTramosLista)};
+    const ListaLibres lista{nueva_.lista, libres_.apartar(tramosPorLista)};
     for (const Tramo& tramo : lista.tramos)
         nueva_.enLista += tramo.cuantas;
     sucias_.push_back(numero);
@@ -201,9 +215,10 @@ void Escritura::escribirTanda(std::size_t desde, std::size_t hasta) {
 
 void Escritura::escribirCabecera() {
     std::array<Octeto, bytesCabecera> bytes;
-    const std::size_t largo = codificarCabecera(nueva_, libres_.tramos(), bytes.data());
+    const std::size_t comienzo = codificarCabecera(nueva_, libres_.tramos(), bytes.data());
     archivo_.fallida_ = true;
-    archivo_.archivo_->escribir(posicionDeCabecera(nueva_.lugar()), bytesDe(bytes.data(), largo));
+    archivo_.archivo_->escribir(nueva_.lugar() * bytesCabecera + comienzo,
+                                bytesDe(bytes.data() + comienzo, bytes.size() - comienzo));
     archivo_.fallida_ = false;
 }
 

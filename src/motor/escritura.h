@@ -52,10 +52,10 @@ class Escritura {
     Turno turno_;
     Cabecera nueva_;
     Libres& libres_;
-    std::vector<std::uint32_t> reserva_;  // taken and not yet used, in order of place
-    std::vector<std::uint32_t> sucias_;   // pages of this commit
-    std::vector<Tramo> liberadas_;        // free from this commit on
-    std::vector<Octeto> tanda_;           // a run of pages on its way
+    std::vector<std::uint32_t>& reserva_;  // taken and not yet used, in order of place
+    std::vector<std::uint32_t>& sucias_;   // pages of this commit
+    std::vector<Tramo>& liberadas_;        // free from this commit on
+    std::vector<Octeto>& tanda_;           // a run of pages on its way
     bool todoLibre_ = false;
     bool confirmada_ = false;
 };

@@ -128,100 +128,97 @@ std::int16_t MotorIndexados::situar(std::int32_t& registro) {
     const bool anda = orden_.verbo == Verbo::siguiente || orden_.verbo == Verbo::anterior;
     if (!anda && orden_.clave > mesa.archivo->cabecera().claves) return estado::malo;
     if (anda && mesa.clave == 0) return estado::noHay;
-    Respuesta respuesta = mesa.archivo->leer([&] { return responder(mesa); });
-    if (respuesta.estado == estado::noHay) {
+    std::int16_t respuesta = estado::noHay;
+    mesa.archivo->leer([&] { respuesta = responder(mesa); });
+    if (respuesta == estado::noHay) {
         // Nothing to stand on. An empty key becomes the current one even so.
         const auto& raices = mesa.archivo->cabecera().raices;
         if (!anda && raices[orden_.clave - 1].altura == 0) {
             mesa.clave = orden_.clave;
             mesa.situada = false;
         }
-        return respuesta.estado;
+        return respuesta;
     }
     if (!anda) mesa.clave = orden_.clave;
     mesa.situada = true;
-    mesa.sitio = respuesta.sitio;
-    registro = static_cast<std::int32_t>(respuesta.sitio.clave.registro);
-    return respuesta.estado;
+    mesa.cual = 1 - mesa.cual;
+    registro = static_cast<std::int32_t>(mesa.sitio().clave.registro);
+    return respuesta;
 }
 
-// Run once or more, see ArchivoClaves::leer(): changes nothing but its answer.
-MotorIndexados::Respuesta MotorIndexados::responder(const Mesa& mesa) {
+// Run once or more, see ArchivoClaves::leer(): changes nothing but the place that is not yet in force.
+std::int16_t MotorIndexados::responder(Mesa& mesa) {
     const bool anda = orden_.verbo == Verbo::siguiente || orden_.verbo == Verbo::anterior;
     Arbol arbol(*mesa.archivo, anda ? mesa.clave : orden_.clave);
-    const unsigned ancho = mesa.archivo->ancho();
-    Respuesta respuesta;
+    const auto siHay = [](bool hay) { return hay ? estado::bien : estado::noHay; };
     switch (orden_.verbo) {
         case Verbo::buscar:
         case Verbo::generico:
-            return buscar(arbol, ancho);
+            return buscar(arbol, mesa);
         case Verbo::encima:
         case Verbo::debajo:
-            return vecina(arbol, ancho);
+            return vecina(arbol, mesa);
         case Verbo::primera:
-            if (arbol.primera(respuesta.sitio)) respuesta.estado = estado::bien;
-            return respuesta;
+            return siHay(arbol.primera(mesa.siguiente()));
         case Verbo::ultima:
-            if (arbol.ultima(respuesta.sitio)) respuesta.estado = estado::bien;
-            return respuesta;
+            return siHay(arbol.ultima(mesa.siguiente()));
         default:
             return mover(arbol, mesa);
     }
 }
 
-MotorIndexados::Respuesta MotorIndexados::buscar(Arbol& arbol, unsigned ancho) const {
-    Respuesta respuesta;
+std::int16_t MotorIndexados::buscar(Arbol& arbol, Mesa& mesa) const {
+    const unsigned ancho = mesa.archivo->ancho();
     Clave buscada;
-    // A value longer than any key lies behind all that equal its beginning.
+    // A value longer than any key lies behind all that equal its beginning, and equals none.
     const bool larga = !cabe(orden_.valor, ancho);
     const bool generico = orden_.verbo == Verbo::generico;
     buscada.poner(orden_.valor, ancho, larga ? trasTodas : 0);
     const std::size_t largo = std::min<std::size_t>(orden_.valor.size(), ancho);
-    if (generico) {
+    if (generico && !larga) {
         // Whatever follows the prefix, be it less than a blank, follows it.
         std::memset(buscada.texto.data() + largo, 0, ancho - largo);
     }
-    const std::size_t comparar = generico ? largo : ancho;
-    Sitio& sitio = respuesta.sitio;
-    const bool hay = arbol.desde(buscada, Cota::inferior, sitio);
-    if (hay && !larga && std::memcmp(sitio.clave.texto.data(), buscada.texto.data(), comparar) == 0) {
-        respuesta.estado = estado::bien;
-    } else if (Sitio menor; arbol.antesDe(buscada, menor)) {
-        sitio = menor;
-        respuesta.estado = hay ? estado::entre : estado::despues;
-    } else if (hay) {
-        respuesta.estado = estado::antes;
+    switch (arbol.situar(buscada, generico ? largo : ancho, mesa.siguiente())) {
+        case Arbol::Hallazgo::igual:
+            return estado::bien;
+        case Arbol::Hallazgo::entre:
+            return estado::entre;
+        case Arbol::Hallazgo::antes:
+            return estado::antes;
+        case Arbol::Hallazgo::despues:
+            return estado::despues;
+        case Arbol::Hallazgo::nada:
+            break;
     }
-    return respuesta;
+    return estado::noHay;
 }
 
-MotorIndexados::Respuesta MotorIndexados::vecina(Arbol& arbol, unsigned ancho) const {
-    Respuesta respuesta;
+std::int16_t MotorIndexados::vecina(Arbol& arbol, Mesa& mesa) const {
+    const unsigned ancho = mesa.archivo->ancho();
     Clave buscada;
     const bool encima = orden_.verbo == Verbo::encima;
     const bool larga = !cabe(orden_.valor, ancho);
     buscada.poner(orden_.valor, ancho, encima || larga ? trasTodas : 0);
-    const bool hay = encima ? arbol.desde(buscada, Cota::superior, respuesta.sitio)
-                            : arbol.antesDe(buscada, respuesta.sitio);
-    if (hay) respuesta.estado = estado::bien;
-    return respuesta;
+    const bool hay = encima ? arbol.desde(buscada, Cota::superior, mesa.siguiente())
+                            : arbol.antesDe(buscada, mesa.siguiente());
+    return hay ? estado::bien : estado::noHay;
 }
 
-MotorIndexados::Respuesta MotorIndexados::mover(Arbol& arbol, const Mesa& mesa) const {
-    Respuesta respuesta;
+std::int16_t MotorIndexados::mover(Arbol& arbol, Mesa& mesa) const {
+    const Sitio& sitio = mesa.sitio();
+    Sitio& siguiente = mesa.siguiente();
     bool hay = false;
     if (orden_.verbo == Verbo::anterior) {
-        hay = mesa.situada && arbol.antesDe(mesa.sitio.clave, respuesta.sitio);
+        hay = mesa.situada && arbol.antesDe(sitio.clave, siguiente);
     } else if (!mesa.situada) {
-        hay = arbol.primera(respuesta.sitio);
-    } else if (mesa.sitio.cabecera == mesa.archivo->cabecera().sello) {
-        respuesta.sitio = mesa.sitio;
-        hay = arbol.trasSitio(respuesta.sitio);
+        hay = arbol.primera(siguiente);
+    } else if (sitio.cabecera == mesa.archivo->cabecera().sello) {
+        hay = arbol.trasSitio(sitio, siguiente);
     } else {
-        hay = arbol.desde(mesa.sitio.clave, Cota::superior, respuesta.sitio);
+        hay = arbol.desde(sitio.clave, Cota::superior, siguiente);
     }
-    if (hay) respuesta.estado = estado::bien;
-    return respuesta;
+    return hay ? estado::bien : estado::noHay;
 }
 
 std::int16_t MotorIndexados::insertar(std::int32_t& registro) {
@@ -299,7 +296,9 @@ std::int16_t MotorIndexados::vaciar() {
 
 std::uint32_t MotorIndexados::ultimoRegistro(unsigned tabla) {
     ArchivoClaves& archivo = *mesas_[tabla].archivo;
-    return archivo.leer([&] { return archivo.cabecera().contador; });
+    std::uint32_t contador = 0;
+    archivo.leer([&] { contador = archivo.cabecera().contador; });
+    return contador;
 }
 
 }  // namespace tarvoline::motor

@@ -76,11 +76,11 @@ class MotorIndexados {
         std::shared_ptr<ArchivoClaves> archivo;
         unsigned clave = 0;    // 0: no current key yet
         bool situada = false;  // false: before everything
-        Sitio sitio;
-    };
-    struct Respuesta {
-        std::int16_t estado = estado::noHay;
-        Sitio sitio;
+        // Where it stands, and where the command under way would have it stand.
+        std::array<Sitio, 2> sitios;
+        unsigned cual = 0;
+        Sitio& sitio() { return sitios[cual]; }
+        Sitio& siguiente() { return sitios[1 - cual]; }
     };
 
     std::int16_t cumplir(std::int32_t& registro);
@@ -89,10 +89,11 @@ class MotorIndexados {
     void acoger(Mesa& mesa, std::unique_ptr<ArchivoClaves> archivo);
     void cerrar();
     std::int16_t situar(std::int32_t& registro);
-    Respuesta responder(const Mesa& mesa);
-    Respuesta buscar(Arbol& arbol, unsigned ancho) const;
-    Respuesta vecina(Arbol& arbol, unsigned ancho) const;
-    Respuesta mover(Arbol& arbol, const Mesa& mesa) const;
+    // These fill mesa.siguiente() and answer the status.
+    std::int16_t responder(Mesa& mesa);
+    std::int16_t buscar(Arbol& arbol, Mesa& mesa) const;
+    std::int16_t vecina(Arbol& arbol, Mesa& mesa) const;
+    std::int16_t mover(Arbol& arbol, Mesa& mesa) const;
     std::int16_t insertar(std::int32_t& registro);
     std::int16_t borrar();
     std::int16_t cambiar();

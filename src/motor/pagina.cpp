@@ -13,26 +13,6 @@ bool VistaPagina::encabezadoSano() const {
            (bloques() == 0) == (entradas() == 0);
 }
 
-unsigned VistaPagina::inicioDe(unsigned bloque) const {
-    const unsigned sitio = leerEntero<std::uint16_t>(p_ + finEntradas() + 2 * bloque);
-    return std::clamp(sitio, static_cast<unsigned>(bytesEncabezado), finEntradas());
-}
-
-unsigned VistaPagina::finDe(unsigned bloque) const {
-    return bloque + 1 < bloques() ? inicioDe(bloque + 1) : finEntradas();
-}
-
-Entrada VistaPagina::entradaEn(unsigned posicion) const {
-    const Octeto* sitio = p_ + posicion;
-    Entrada entrada;
-    entrada.comun = sitio[0];
-    entrada.largo = sitio[1];
-    entrada.resto = sitio + 2;
-    entrada.hijo = leerVariable(entrada.resto + entrada.largo, entrada.registro);
-    entrada.fin = static_cast<unsigned>(entrada.hijo - p_) + bytesDeHijo();
-    return entrada;
-}
-
 // Below 0 when the entry lies before what is sought. `iguales`, the entry's shared part, are characters in
 // which both are known to agree; it grows with what the entry adds.
 int VistaPagina::comparar(const Entrada& entrada, const Clave& buscada, Cota cota, unsigned& iguales) const {
@@ -154,6 +134,16 @@ void VistaPagina::leerClave(const Lugar& lugar, Clave& salida) const {
     while (posicion < lugar.posicion) {
         posicion = entrada.fin;
         entrada = entradaEn(posicion);
+        seguirClave(entrada, salida);
+    }
+}
+
+void VistaPagina::leerPrevia(const Lugar& lugar, Clave& salida) const {
+    Entrada entrada = entradaEn(inicioDe(lugar.bloque));
+    entrada.comun = 0;
+    seguirClave(entrada, salida);
+    while (entrada.fin < lugar.posicion) {
+        entrada = entradaEn(entrada.fin);
         seguirClave(entrada, salida);
     }
 }

@@ -91,6 +91,8 @@ class VistaPagina {
     Lugar siguiente(const Lugar& lugar) const;
     std::optional<Lugar> anterior(const Lugar& lugar) const;
     void leerClave(const Lugar& lugar, Clave& salida) const;
+    // The entry before the place; the place is not its block's beginning.
+    void leerPrevia(const Lugar& lugar, Clave& salida) const;
     // Goes on from the entry before it, which `texto` still holds.
     void seguirClave(const Entrada& entrada, Clave& salida) const;
     Hijo hijoEn(const Lugar& lugar) const;
@@ -103,6 +105,26 @@ class VistaPagina {
     const Octeto* p_;
     unsigned ancho_;
 };
+
+inline unsigned VistaPagina::inicioDe(unsigned bloque) const {
+    const unsigned sitio = leerEntero<std::uint16_t>(p_ + finEntradas() + 2 * bloque);
+    return std::clamp(sitio, static_cast<unsigned>(bytesEncabezado), finEntradas());
+}
+
+inline unsigned VistaPagina::finDe(unsigned bloque) const {
+    return bloque + 1 < bloques() ? inicioDe(bloque + 1) : finEntradas();
+}
+
+inline Entrada VistaPagina::entradaEn(unsigned posicion) const {
+    const Octeto* sitio = p_ + posicion;
+    Entrada entrada;
+    entrada.comun = sitio[0];
+    entrada.largo = sitio[1];
+    entrada.resto = sitio + 2;
+    entrada.hijo = leerVariable(entrada.resto + entrada.largo, entrada.registro);
+    entrada.fin = static_cast<unsigned>(entrada.hijo - p_) + bytesDeHijo();
+    return entrada;
+}
 
 std::uint32_t sumaDePagina(const Octeto* pagina, std::uint32_t numero, std::uint64_t archivo);
 

@@ -124,7 +124,9 @@ class Recorrido {
 }  // namespace
 
 Revision revisar(ArchivoClaves& archivo, const PorEntrada& porEntrada) {
-    return archivo.leerConTurno([&] { return Recorrido(archivo, porEntrada).hacer(); });
+    Revision revision;
+    archivo.leerConTurno([&] { revision = Recorrido(archivo, porEntrada).hacer(); });
+    return revision;
 }
 
 }  // namespace tarvoline::motor

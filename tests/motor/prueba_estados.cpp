@@ -150,8 +150,8 @@ TEST_F(Estados, archivosQueNoSirven) {
     ASSERT_EQ(estado("I\\2\\a\\b"), 0);
     const std::string sano = carpeta_.leer("A.QZC");
     std::string roto = sano;
-    roto[30] = static_cast<char>(roto[30] ^ 1);
-    roto[4096 + 30] = static_cast<char>(roto[4096 + 30] ^ 1);
+    for (const std::size_t lugar : {std::size_t{3614}, std::size_t{7710}})
+        roto[lugar] = static_cast<char>(roto[lugar] ^ 1);
     for (const std::string& contenido : {std::string(), std::string(8192, '\0'), roto, sano.substr(0, 40)}) {
         carpeta_.escribir("B.QZC", contenido);
         EXPECT_EQ(estado(abrir("B.QZC")), 1);
@@ -159,7 +159,7 @@ TEST_F(Estados, archivosQueNoSirven) {
         EXPECT_EQ(mandar(motor_, "I\\2\\a\\b"), (Contestado{0, 1}));
     }
     // One head torn: the other serves.
-    for (const std::size_t lugar : {std::size_t{30}, std::size_t{4096 + 30}}) {
+    for (const std::size_t lugar : {std::size_t{3614}, std::size_t{7710}}) {
         std::string una = sano;
         una[lugar] = static_cast<char>(una[lugar] ^ 1);
         carpeta_.escribir("C.QZC", una);
