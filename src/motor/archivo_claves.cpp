@@ -99,6 +99,13 @@ ArchivoClaves::Apertura ArchivoClaves::desde(std::unique_ptr<platform::Archivo> 
             std::unique_ptr<ArchivoClaves>(new ArchivoClaves(std::move(archivo), *cabecera))};
 }
 
+std::optional<std::uint32_t> ArchivoClaves::contadorDe(platform::Archivo& archivo) {
+    Cabezas cabezas;
+    leerDe(archivo, lugarCabezas, cabezas.data(), cabezas.size());
+    const auto cabecera = masNueva(cabezas);
+    return cabecera ? std::optional(cabecera->contador) : std::nullopt;
+}
+
 ArchivoClaves::Apertura ArchivoClaves::abrir(platform::SistemaArchivos& archivos, std::string_view ruta) {
     try {
         return desde(abrirConPaciencia(archivos, ruta));

@@ -32,7 +32,7 @@
 //     so the object refuses to write from then on.
 //
 // (6, order and positions, stands in motor.h; 7, record numbers, in motor.h; 10, swapping files, in
-// cambiar_archivo.h.)
+// reconstruccion.h.)
 //
 // One thread at a time, as with the file below it.
 #pragma once
@@ -69,6 +69,9 @@ class ArchivoClaves {
     // up to it count as given.
     static Apertura crear(platform::SistemaArchivos& archivos, std::string_view ruta, unsigned longitud,
                           unsigned claves, std::uint32_t contador = 0);
+
+    // The record counter of an open file, whoever opened it; nothing when no head is sound.
+    static std::optional<std::uint32_t> contadorDe(platform::Archivo& archivo);
 
     // As known since the last command.
     const Cabecera& cabecera() const { return cabecera_; }

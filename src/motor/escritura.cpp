@@ -146,7 +146,7 @@ void Escritura::sacarDeLista() {
     std::uint64_t total = 0;
     for (const Tramo& tramo : lista.tramos)
         total += tramo.cuantas;
-    if (total > nueva_.enLista) throw Danno("a list of free pages is damaged");
+    if (total == 0 || total > nueva_.enLista) throw Danno("a list of free pages is damaged");
     liberadas_.push_back({nueva_.lista.pagina, 1});
     nueva_.lista = lista.siguiente;
     nueva_.enLista -= static_cast<std::uint32_t>(total);
@@ -175,8 +175,14 @@ void Escritura::ordenarLibres() {
         reserva_.pop_back();
     }
     libres_.devolver(liberadas_);
-    for (const std::uint32_t pagina : paraListas)
-        guardarEnLista(pagina);
+    for (const std::uint32_t pagina : paraListas) {
+        if (!libres_.tramos().empty()) {
+            guardarEnLista(pagina);
+            continue;
+        }
+        std::vector<Tramo> vuelve{{pagina, 1}};
+        libres_.devolver(vuelve);
+    }
 }
 
 void Escritura::guardarEnLista(std::uint32_t numero) {

@@ -1,6 +1,7 @@
 // Commands and statuses, one by one: what a person at the keyboard would try.
 #include "motor/diferencial.h"
 #include "motor/escritura.h"
+#include "motor/reconstruccion.h"
 
 namespace tarvoline::pruebas {
 namespace {
@@ -199,6 +200,26 @@ TEST_F(Estados, crearLoQueOtrosTienen) {
     mandar(otro, "K");
     EXPECT_EQ(estado(crear("A.QZC")), 0);
     EXPECT_EQ(estado("S\\1\\2\\a"), 9);
+}
+
+// A file built beside takes the name only when nobody else has it; the old one and its counter stay.
+TEST_F(Estados, cambioDeArchivo) {
+    ASSERT_EQ(estado(crear("A.QZC")), 0);
+    for (int i = 0; i < 5; ++i)
+        ASSERT_EQ(estado("I\\2\\viejo\\x"), 0);
+    const std::string ruta = carpeta_.ruta("A.QZC");
+    auto nuevo = motor::ArchivoClaves::crear(*archivos_, motor::rutaNueva(ruta), 12, 2);
+    ASSERT_EQ(nuevo.estado, 0);
+    EXPECT_EQ(motor::cambiarPor(*archivos_, ruta, *nuevo.archivo), motor::Cambio::ocupado);
+    EXPECT_EQ(estado("S\\1\\2\\viejo"), 0);
+    mandar(motor_, "K");
+    EXPECT_EQ(motor::cambiarPor(*archivos_, ruta, *nuevo.archivo), motor::Cambio::hecho);
+    EXPECT_FALSE(carpeta_.hay("nuevo.A.QZC"));
+    ASSERT_EQ(estado(abrir("A.QZC")), 0);
+    EXPECT_EQ(estado("F\\1\\2"), 9);
+    EXPECT_EQ(mandar(motor_, "I\\2\\a\\b"), (Contestado{0, 6}));
+    ASSERT_EQ(estado(abrir("anterior.A.QZC")), 0);
+    EXPECT_EQ(mandar(motor_, "L\\1\\2"), (Contestado{0, 5}));
 }
 
 // Far beyond 4 GiB: pages are named by number, positions are 64-bit.
