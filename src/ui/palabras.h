@@ -13,6 +13,8 @@ class Palabras {
         return QString::fromUtf8(espanol_ ? espanol : ingles);
     }
 
+    bool espanol() const { return espanol_; }
+
   private:
     bool espanol_;
 };

@@ -3,7 +3,9 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QStyle>
+#include <chrono>
 
+#include "core/marcha.h"
 #include "ui/iconos.h"
 #include "ui/texto_qt.h"
 
@@ -152,7 +154,12 @@ void PanelTransferencia::pintarMedidor() {
 
 void PanelTransferencia::pintarTransferencia() {
     pintarPanel();
-    marcha_->poner({});
+    const auto desdeArranque = std::chrono::steady_clock::now().time_since_epoch();
+    const double ahora = std::chrono::duration<double>(desdeArranque).count();
+    marcha_->poner(aQt(core::textoMarcha(vista_.transferencia, ahora, palabras_.espanol())));
+    if (vista_.transferencia.activa != reloj_.isActive()) {
+        vista_.transferencia.activa ? reloj_.start() : reloj_.stop();
+    }
 }
 
 }  // namespace tarvoline::ui

@@ -2,6 +2,8 @@
 
 #include "core/barra.h"
 #include "core/estado.h"
+#include "core/formato.h"
+#include "core/marcha.h"
 #include "core/vista.h"
 
 namespace tarvoline::core {
@@ -142,6 +144,27 @@ TEST(TablaErrores, SeLeeDeCeroAMil) {
     EXPECT_EQ(errores(1000), "");
     EXPECT_THROW(errores(1001), std::out_of_range);
     EXPECT_THROW(errores(-1), std::out_of_range);
+}
+
+TEST(PruebaMarcha, SoloDiceLoQueSabe) {
+    Transferencia t;
+    EXPECT_EQ(textoMarcha(t, 100, true), "") << "nothing runs";
+    t.activa = true;
+    t.total = 10 * 262144;
+    t.piezas = 2;
+    t.hecho = 2 * 262144;
+    t.segundos = 1;
+    EXPECT_EQ(textoMarcha(t, 100, true), "Tiempo restante desconocido");
+    t.piezas = 4;
+    t.hecho = 8 * 262144;  // half of it in an earlier run: 1 MB of today in one second, 0.5 MB to go
+    EXPECT_EQ(textoMarcha(t, 100, true), formatoImporte(1) + " MB/s, quedan 0:01");
+    t.segundos = 4 * 3600;
+    EXPECT_EQ(textoMarcha(t, 100, false), formatoImporte(0) + " MB/s, 2:00:00 left");
+    t.esperandoServicio = true;
+    t.esperaDesde = 99;
+    EXPECT_EQ(textoMarcha(t, 100, false), formatoImporte(0) + " MB/s, 2:00:00 left")
+        << "a call may take a while";
+    EXPECT_EQ(textoMarcha(t, 174, true), "Esperando al servicio desde hace 1:15");
 }
 
 }  // namespace
