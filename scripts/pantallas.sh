@@ -25,17 +25,22 @@ preparar_servicio() {
 
 # The active company's user is the one that the window opens with.
 empresa_de() { # empresa_de USER
-  "$bin/tarvoline-demo" --carpeta "$casa/empresas/$1" --nombre 'Panadería Núñez' --usuario "$1" --clave "${1^}2024" \
+  [ -d "$casa/empresas/$1" ] || "$bin/tarvoline-demo" --carpeta "$casa/empresas/$1" --nombre 'Panadería Núñez' --usuario "$1" --clave "${1^}2024" \
     --adjuntos "$casa/Documentación" >/dev/null
   "$bin/tarvoline-ajustes" grabar ACTIVE "$(find "$casa/empresas/$1" -maxdepth 1 -iname '*.QZT')" -p VELDORIX
 }
 
-# One life of the program, in a window that stands where it can be looked at: abrir COLOURS LANGUAGE USER
+# One life of the program, in a window that stands where it can be looked at: abrir COLOURS LANGUAGE USER [BOX]
+# BOX: the name of a box that comes first.
 abrir() {
   export TARVOLINE_TEMA=$1
   "$bin/tarvoline-ajustes" grabar language "$2"
   empresa_de "$3"
   abrir_programa "$casa/ventana.log"
+  if [ -n "${4:-}" ]; then
+    esperar_ventana "$4"
+    tecla Return
+  fi
   esperar_ventana " $3 "
   xdotool getactivewindow windowsize 1024 700 windowmove 40 40
   esperar 10 en_su_sitio
@@ -69,8 +74,8 @@ tomar_espanol() {
   tras Escape
   tecla ctrl+4
   retratar historico
-  truncate -s 600M "$casa/personal/Grabación de la junta.mp4"
-  foto_en_marcha "$destino/transferencia.png" "$casa/personal/Grabación de la junta.mp4" 200000000
+  truncate -s 300M "$casa/personal/Grabación de la junta.mp4"
+  foto_en_marcha "$destino/transferencia.png" "$casa/personal/Grabación de la junta.mp4" 120000000
   cerrar
 }
 
@@ -86,7 +91,7 @@ tomar_otras() {
   abrir claro español.qzi luis
   retratar vacia
   cerrar
-  abrir claro español.qzi marta
+  abrir claro español.qzi marta '^Tarvoline$'
   tras ctrl+o
   retratar capacidad
   cerrar
