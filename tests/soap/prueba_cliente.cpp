@@ -80,7 +80,9 @@ TEST(Cliente, NingunaPeticionSaleDosVeces) {
         {"redirected", Actuacion::http(307, "", "", "Location: /otra.asmx\r\n")}};
     for (const auto& [nombre, actuacion] : casos) {
         std::atomic<bool> estropeado = false;
-        ServicioGuion s([&](const PeticionGuion&) { return estropeado ? actuacion : soapBien(); });
+        ServicioGuion s([&, &actuacion = actuacion](const PeticionGuion&) {
+            return estropeado ? actuacion : soapBien();
+        });
         s.iniciar();
         ASSERT_EQ(s.dts(), "bien");  // the line is now kept alive
         estropeado = true;
@@ -117,7 +119,7 @@ TEST(Cliente, CadaMalaRespuestaTieneSuDescripcion) {
         {Actuacion::cruda(cabeza + "\r\n" + bien.substr(0, 200)), "cortada"},
     };
     for (const auto& [actuacion, esperado] : casos) {
-        ServicioGuion s([&](const PeticionGuion&) { return actuacion; });
+        ServicioGuion s([&, &actuacion = actuacion](const PeticionGuion&) { return actuacion; });
         s.iniciar();
         const std::string fallo = s.falloDeDts();
         EXPECT_NE(fallo.find(esperado), std::string::npos) << esperado << " / " << fallo;
