@@ -38,7 +38,7 @@ void CopiaSeg::construir() {
     crearLista();
     crearPie();
     const QFontMetrics letra(font());
-    const QSize deseado(letra.averageCharWidth() * 140, letra.height() * 42);
+    const QSize deseado(letra.averageCharWidth() * 170, letra.height() * 50);
     resize(deseado.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
