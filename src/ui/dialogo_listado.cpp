@@ -97,26 +97,28 @@ void DialogoListado::llenar(const core::Listado& listado) {
 // Wide enough for the cells, as far as the screen goes; what is left over widens the first column.
 void DialogoListado::ajustar() {
     constexpr int filasALaVista = 12;
+    constexpr int anchoMenor = 60;  // characters
     tabla_->resizeColumnsToContents();
-    auto* cabezas = tabla_->horizontalHeader();
+    const auto* cabezas = tabla_->horizontalHeader();
     const int aire = 2 * fontMetrics().averageCharWidth();
-    int ancho = 2 * tabla_->frameWidth() + tabla_->verticalScrollBar()->sizeHint().width();
+    const auto margenes = layout()->contentsMargins();
+    int contenido = margenes.left() + margenes.right() + 2 * tabla_->frameWidth() +
+                    tabla_->verticalScrollBar()->sizeHint().width();
     for (int j = 0; j < tabla_->columnCount(); ++j) {
         tabla_->setColumnWidth(j, tabla_->columnWidth(j) + aire);
-        ancho += tabla_->columnWidth(j);
+        contenido += tabla_->columnWidth(j);
     }
+    const auto pantalla = screen()->availableSize() * 0.9;
+    const int ancho =
+        std::min(std::max(contenido, fontMetrics().averageCharWidth() * anchoMenor), pantalla.width());
     if (tabla_->columnCount() > 0) {
-        cabezas->setSectionResizeMode(0, QHeaderView::Stretch);
+        tabla_->setColumnWidth(0, tabla_->columnWidth(0) + std::max(0, ancho - contenido));
     }
     const int filas = std::clamp(tabla_->rowCount(), 3, filasALaVista);
     const int alto =
         cabezas->sizeHint().height() + filas * tabla_->verticalHeader()->defaultSectionSize() + aire;
-    const auto margenes = layout()->contentsMargins();
     const int resto = sizeHint().height() - tabla_->sizeHint().height();
-    const auto pantalla = screen()->availableSize() * 0.9;
-    const int anchoMenor = fontMetrics().averageCharWidth() * 60;
-    resize(std::min(std::max(ancho + margenes.left() + margenes.right(), anchoMenor), pantalla.width()),
-           std::min(alto + resto, pantalla.height()));
+    resize(ancho, std::min(alto + resto, pantalla.height()));
 }
 
 void DialogoListado::copiar() const {
