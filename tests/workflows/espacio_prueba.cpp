@@ -163,15 +163,5 @@ TEST_F(PruebaEspacio, OtroUsuarioSeMideAparte) {
     EXPECT_EQ(espacio.motivo(), "ERROR:bloqueado");
 }
 
-TEST_F(PruebaEspacio, TrazasEnSuOrden) {
-    estado.gModoComprobacion = true;
-    espacio.Controlar_capacidad();
-    std::string marcas;
-    for (const auto& caja : mundo.guion().cajas()) {
-        marcas += caja.texto.substr(std::string("Controlar_capacidad ").size()) + ";";
-    }
-    EXPECT_EQ(marcas, "01;02;03;Ret: 0-x-CUENTA1-Nombre;04;05;06;07;08;09;10;11;12;");
-}
-
 }  // namespace
 }  // namespace tarvoline::workflows

@@ -29,18 +29,6 @@ class PruebaListados : public ::testing::Test {
     Listados& listados = mundo.flujos.listados();
 };
 
-TEST_F(PruebaListados, LaVistaLlevaElProducto) {
-    vista.Option1 = Opcion::vxcrm;
-    EXPECT_EQ(listados.VistaActual(), "VXCRM");
-    EXPECT_EQ(estado.gProducto, "VXCRM");
-    vista.Option1 = Opcion::historico;
-    EXPECT_EQ(listados.VistaActual(), "");
-    EXPECT_EQ(estado.gProducto, "VXCRM") << "the history leaves the product alone";
-    vista.Option1 = Opcion::personal;
-    EXPECT_EQ(listados.VistaActual(), "PERSONAL");
-    EXPECT_EQ(estado.gProducto, "VELDORIX");
-}
-
 TEST_F(PruebaListados, OrdenDeLasLlamadasDeUnListado) {
     mundo.servicio.responder("FileSize", "10");
     listar("uno\tdos");
@@ -58,6 +46,9 @@ TEST_F(PruebaListados, ElegirUnaVista) {
     EXPECT_EQ(estado.gCarpeta, "VENTAS");
     listados.elegirVista(Opcion::historico);
     EXPECT_EQ(mundo.clave("Programa"), "2");
+    EXPECT_EQ(estado.gProducto, "VELDORIX") << "the history leaves the product alone";
+    listados.elegirVista(Opcion::vxcrm);
+    EXPECT_EQ(estado.gProducto, "VXCRM");
     EXPECT_EQ(mundo.servicio.llamadas("LeerHistorico").size(), 1U);
 }
 
@@ -172,18 +163,6 @@ TEST_F(PruebaListados, CuentaYCarpetaRaiz) {
     EXPECT_EQ(mundo.servicio.llamadas("ActualizaNserie").at(0).texto(0), "abcdefgh");
     mundo.servicio.cortar("Carpetaraizusuario");
     EXPECT_EQ(listados.CarpetaRaizUsuario(), "");
-}
-
-TEST_F(PruebaListados, ValidarUsuario) {
-    EXPECT_TRUE(listados.ValidarUsuario("eva", "otra"));
-    EXPECT_EQ(mundo.servicio.llamadas("DatosUsuario").at(0).texto(0), "eva");
-    mundo.servicio.responder("DatosUsuario", "ERROR:clave errónea");
-    EXPECT_FALSE(listados.ValidarUsuario("eva", "otra"));
-    EXPECT_EQ(mundo.guion().ultimo().texto, "clave errónea");
-    mundo.servicio.responder("DatosUsuario", std::string(errorSinClave));
-    EXPECT_FALSE(listados.ValidarUsuario("", ""));
-    EXPECT_EQ(mundo.guion().ultimo().texto, "<2224>");
-    EXPECT_EQ(mundo.guion().ultimo().icono, core::Icono::parada);
 }
 
 TEST_F(PruebaListados, TamanosDeLasFilas) {

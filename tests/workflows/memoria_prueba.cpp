@@ -22,6 +22,7 @@ TEST(Memoria, UnArchivoDe1900MegasSubeYBajaEn64) {
 
     const auto subida = pruebas::subidor(mundo, servicio.url(), {"nuevo", ruta, "PERSONAL"});
     ASSERT_EQ(subida.codigo, 0) << subida.salida;
+    EXPECT_GT(subida.memoria, 0);
     EXPECT_LT(subida.memoria, limite);
     std::filesystem::remove(ruta);
     const auto vuelta = mundo.nucleo.ruta("vuelta.bin");
@@ -31,8 +32,8 @@ TEST(Memoria, UnArchivoDe1900MegasSubeYBajaEn64) {
     EXPECT_EQ(std::filesystem::file_size(vuelta), longitud);
     RecordProperty("subida_kib", static_cast<int>(subida.memoria));
     RecordProperty("bajada_kib", static_cast<int>(bajada.memoria));
-    RecordProperty("subida_piezas_segundos", subida.errores);
-    RecordProperty("bajada_piezas_segundos", bajada.errores);
+    RecordProperty("subida_segundos", subida.segundos);
+    RecordProperty("bajada_segundos", bajada.segundos);
 }
 
 }  // namespace

@@ -85,9 +85,6 @@ TEST_F(PruebaPersonales, DescargarDejaSuLineaSoloSiLlegoEntero) {
     EXPECT_EQ(mundo.historia(), std::vector<std::string>{"maria ha bajado el archivo carta.txt"});
 
     mundo.servicio.olvidar();
-    mundo.guion().guardarComo(mundo.nucleo.ruta("vuelta.txt"));
-    mundo.guion().contestarNo("<827>");
-    mundo.flujos.descargas().Descargar_Click();
     mundo.guion().cancelarGuardar();
     mundo.flujos.descargas().Descargar_Click();
     mundo.guion().guardarComo(mundo.nucleo.ruta("otra.txt"));

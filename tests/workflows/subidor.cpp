@@ -5,8 +5,9 @@
 //   subidor AJUSTES TEMPORAL URL bajar NOMBRE TIPO DESTINO
 //
 // MUERTE n: SIGKILL at the n-th moment, counting the turns of the window and the beginning and end of each
-// call of the service from the first piece on. Prints the result; "pieces seconds" go to standard error.
+// call of the service from the first piece on. Prints the result; "pieces seconds KiB" go to standard error.
 #include <signal.h>
+#include <sys/resource.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -99,6 +100,9 @@ int main(int argc, char** argv) {
         }
     }
     std::fputs(resultado.c_str(), stdout);
-    std::fprintf(stderr, "%d %.3f\n", vista.transferencia.piezas, vista.transferencia.segundos);
+    rusage uso{};
+    ::getrusage(RUSAGE_SELF, &uso);
+    std::fprintf(stderr, "%d %.3f %ld\n", vista.transferencia.piezas, vista.transferencia.segundos,
+                 uso.ru_maxrss);
     return resultado.empty() ? 0 : 1;
 }
