@@ -222,6 +222,25 @@ TEST_F(Estados, cambioDeArchivo) {
     EXPECT_EQ(mandar(motor_, "L\\1\\2"), (Contestado{0, 5}));
 }
 
+// The example page of docs/formats.md: files of today are read tomorrow.
+TEST(Formato, paginaDelEjemplo) {
+    using namespace std::string_literals;
+    const std::string bytes =
+        "\x5F\xEF\x58\xD4\x2A\0\0\x01\xA7\xA1\x97\x06\0\0\0\0\x04\0\x01\0"
+        "\0\x02\x34\x33\x03\x02\x05\x30\x30\x30\x30\x31\x01\x06\x01\x33\x02\x0C\0\x04\x14\0"s;
+    motor::Pagina pagina{};
+    std::copy(bytes.begin(), bytes.end(), pagina.datos.begin());
+    EXPECT_EQ(motor::sumaDePagina(pagina.datos.data(), 5, 0x0D2C3260E65508E1U), 0xD458EF5FU);
+    const motor::VistaPagina vista(pagina.datos.data(), 12);
+    motor::Clave clave;
+    std::string leido;
+    for (auto lugar = vista.primero(); !vista.alFinal(lugar); lugar = vista.siguiente(lugar)) {
+        vista.leerClave(lugar, clave);
+        leido += std::string(clave.sinRelleno(12)) + ":" + std::to_string(clave.registro) + " ";
+    }
+    EXPECT_EQ(leido, "43:3 4300001:1 4300003:2 4300003:4 ");
+}
+
 // Far beyond 4 GiB: pages are named by number, positions are 64-bit.
 TEST_F(Estados, masAllaDeCuatroGigas) {
     auto creado = motor::ArchivoClaves::crear(*archivos_, carpeta_.ruta("A.QZC"), 12, 1, 2147483640);
