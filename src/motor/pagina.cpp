@@ -13,13 +13,13 @@ bool VistaPagina::encabezadoSano() const {
            (bloques() == 0) == (entradas() == 0);
 }
 
-// Below 0 when the entry lies before what is sought. `iguales`, the entry's shared part, are characters in
-// which both are known to agree; it grows with what the entry adds.
+// Below 0 when the entry lies before what is sought. In `iguales` characters both are known to agree, and the entry
+// shares no more than that with the one before it; it grows with what the entry adds.
 int VistaPagina::comparar(const Entrada& entrada, const Clave& buscada, Cota cota, unsigned& iguales) const {
     const Octeto* buscado = buscada.texto.data();
     unsigned i = iguales;
-    const unsigned fin = std::min(i + entrada.largo, ancho_);
-    const Octeto* propio = entrada.resto;
+    const unsigned fin = std::min(entrada.comun + entrada.largo, ancho_);
+    const Octeto* propio = entrada.resto + (i - entrada.comun);
     for (; i < fin; ++i, ++propio) {
         if (*propio != buscado[i]) {
             iguales = i;
@@ -58,17 +58,18 @@ Lugar VistaPagina::buscar(const Clave& buscada, Cota cota, unsigned& previa) con
     if (alto == 0) return {0, bytesEncabezado};
     // From here on the first entry of block `bajo` lies before what is sought; that of an inner page does
     // anyway.
-    if (nivel() == 0 && comparar(entradaEn(inicioDe(0)), buscada, cota, iguales) > 0) {
-        return {0, inicioDe(0)};
-    }
+    if (nivel() == 0 && comparar(cabezaDe(0), buscada, cota, iguales) > 0) return {0, inicioDe(0)};
+    // What lies between two entries shares with what is sought at least what both of them do.
+    unsigned igualesAlto = 0;
     while (alto - bajo > 1) {
         const unsigned medio = (bajo + alto) / 2;
-        unsigned comunes = 0;
-        if (comparar(entradaEn(inicioDe(medio)), buscada, cota, comunes) < 0) {
+        unsigned ahora = std::min(iguales, igualesAlto);
+        if (comparar(cabezaDe(medio), buscada, cota, ahora) < 0) {
             bajo = medio;
-            iguales = comunes;
+            iguales = ahora;
         } else {
             alto = medio;
+            igualesAlto = ahora;
         }
     }
     const unsigned fin = finDe(bajo);

@@ -79,6 +79,12 @@ class VistaPagina {
     const Octeto* datos() const { return p_; }
 
     Entrada entradaEn(unsigned posicion) const;
+    // The entry that begins a block.
+    Entrada cabezaDe(unsigned bloque) const {
+        Entrada entrada = entradaEn(inicioDe(bloque));
+        entrada.comun = 0;
+        return entrada;
+    }
     // The place of the bound. `previa` becomes where the entry before it begins, in the same block; in an
     // inner page there always is one.
     Lugar buscar(const Clave& buscada, Cota cota, unsigned& previa) const;
