@@ -51,7 +51,7 @@ otra_ventana() {
 tecla() { xdotool key --clearmodifiers "$@"; }
 # elegir X Y: a click on a place of the window; the pointer does not stay there.
 elegir() { xdotool mousemove --window "$(xdotool getactivewindow)" "$1" "$2" click 1 mousemove 0 0; }
-escribir() { xdotool type --delay 50 -- "$1"; }
+escribir() { xdotool type --delay 80 -- "$1"; }
 
 # abrir_programa LOG: the window of the program in the background; sets `programa`.
 abrir_programa() {
