@@ -13,7 +13,7 @@ using platform::TipoBloqueo;
 
 // A turn lasts some microseconds, so the first tries follow each other at once; then the wait is slept.
 constexpr int intentosSeguidos = 40;
-constexpr std::chrono::milliseconds espera{1000};
+constexpr std::chrono::milliseconds esperaDormida{1000};
 
 void esperarByte(Archivo& archivo, std::uint64_t byte, TipoBloqueo tipo) {
     const Rango rango{byte, 1};
@@ -21,7 +21,7 @@ void esperarByte(Archivo& archivo, std::uint64_t byte, TipoBloqueo tipo) {
         if (archivo.bloquear(rango, tipo)) return;
         std::this_thread::yield();
     }
-    while (!archivo.bloquear(rango, tipo, espera)) {
+    while (!archivo.bloquear(rango, tipo, esperaDormida)) {
     }
 }
 
