@@ -45,6 +45,7 @@ class CopiaSeg : public QMainWindow {
 
   private:
     void construir();
+    void crearToolbar1();
     QWidget* crearCentro();
     void crearLista();
     void crearPie();

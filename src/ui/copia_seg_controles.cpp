@@ -4,7 +4,10 @@
 #include <QLabel>
 #include <QScreen>
 #include <QStatusBar>
+#include <QToolBar>
 #include <QVBoxLayout>
+#include <array>
+#include <utility>
 
 #include "ui/barra_herramientas.h"
 #include "ui/buscador.h"
@@ -33,6 +36,7 @@ void CopiaSeg::construir() {
     setWindowTitle("Tarvoline");
     Toolbar2_ = new BarraHerramientas(vista_, palabras_, this);
     addToolBar(Toolbar2_);
+    crearToolbar1();
     menus_ = new Menus(*this, *Toolbar2_, vista_, palabras_);
     setCentralWidget(crearCentro());
     crearLista();
@@ -40,6 +44,25 @@ void CopiaSeg::construir() {
     const QFontMetrics letra(font());
     const QSize deseado(letra.averageCharWidth() * 170, letra.height() * 50);
     resize(deseado.boundedTo(screen()->availableSize() * 9 / 10));
+}
+
+// Part of the layout only: its buttons answer nothing, so it is never on show.
+void CopiaSeg::crearToolbar1() {
+    constexpr std::array<std::pair<int, const char*>, 6> botones = {{{65, "Cambiar de Usuario"},
+                                                                     {135, "Subir empresas pendientes"},
+                                                                     {134, "Subir una empresa"},
+                                                                     {124, "Subir ficheros personal"},
+                                                                     {35, " Calcular Espacio Ocupado"},
+                                                                     {12, "Configuración"}}};
+    auto* barra = new QToolBar(this);
+    barra->setObjectName("Toolbar1");
+    for (const auto& [numero, ayuda] : botones) {
+        auto* accion = barra->addAction(icono(QString::number(numero)), QString());
+        accion->setObjectName(QString("Toolbar1(%1)").arg(numero));
+        accion->setToolTip(QString::fromUtf8(ayuda));
+    }
+    barra->toggleViewAction()->setVisible(false);
+    barra->hide();
 }
 
 QWidget* CopiaSeg::crearCentro() {
