@@ -22,7 +22,8 @@ TEST(ServicioArchivos, WhatGoesUpComesBackWhateverItsLength) {
     ServicioEnMarcha servicio;
     ClientePrueba ana = servicio.cliente();
     // 262144 is no length that a backup manager can send in this way; the shorter ones go in the small form.
-    for (const std::size_t longitud : {0, 1, 2, 262143, 262145, 262146, 524288, 524289, 524290, 700000}) {
+    for (const std::size_t longitud : std::initializer_list<std::size_t>{0, 1, 2, 262143, 262145, 262146,
+                                                                         524288, 524289, 524290, 700000}) {
         const std::string contenido = relleno(longitud, static_cast<unsigned>(longitud));
         const std::string nombre = "f" + std::to_string(longitud);
         ASSERT_EQ(ana.subirEntero(nombre, contenido), "") << longitud;
