@@ -79,6 +79,9 @@ Rejilla::Rejilla(core::Rejilla& rejilla, QWidget* padre)
     });
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &Rejilla::leerEleccion);
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, &Rejilla::leerEleccion);
+    // The view repaints the cells of a choice; the band beside them is ours.
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, viewport(),
+            qOverload<>(&QWidget::update));
 }
 
 void Rejilla::refrescar(bool tamanosALaDerecha) {
