@@ -1,4 +1,4 @@
-// Every case of this program runs inside one application of the toolkit, without a screen.
+// Program of the tests: every case of it runs inside one application of the toolkit, without a screen.
 #include <gtest/gtest.h>
 
 #include <QApplication>
