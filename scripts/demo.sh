@@ -21,6 +21,7 @@ preparar_casa() {
   rm -rf "$casa"
   mkdir -p "$casa"/{home,config,datos,estado,tmp,servicio,empresas,personal}
   export HOME=$casa/home XDG_CONFIG_HOME=$casa/config XDG_DATA_HOME=$casa/datos XDG_STATE_HOME=$casa/estado
+  chmod 700 "$casa/tmp"
   export TMPDIR=$casa/tmp
   unset http_proxy https_proxy all_proxy HTTP_PROXY HTTPS_PROXY ALL_PROXY
 }
