@@ -26,13 +26,15 @@ function(tarvoline_biblioteca nombre)
   target_link_libraries(tarvoline_${nombre} PUBLIC ${A_LINK} PRIVATE ${A_PRIVATE})
 endfunction()
 
-# tarvoline_programa(<name> SOURCES ... LINK ...): a program in build/<preset>/bin, installed like the others.
+# tarvoline_programa(<name> SOURCES ... LINK ...): a program in build/<preset>/bin, installed unless the tests own it.
 function(tarvoline_programa nombre)
   cmake_parse_arguments(A "" "" "SOURCES;LINK" ${ARGN})
   add_executable(${nombre} ${A_SOURCES})
   target_include_directories(${nombre} PRIVATE "${PROJECT_SOURCE_DIR}/src")
   target_link_libraries(${nombre} PRIVATE ${A_LINK})
-  install(TARGETS ${nombre} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  if(NOT CMAKE_CURRENT_SOURCE_DIR MATCHES "^${PROJECT_SOURCE_DIR}/tests/")
+    install(TARGETS ${nombre} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  endif()
 endfunction()
 
 # tarvoline_prueba(<name> SOURCES ... LINK ... [LABELS ...] [ENV ...] [NEEDS programs]): a GoogleTest program whose
