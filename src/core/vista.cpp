@@ -87,6 +87,15 @@ void Rejilla::ordenar(int columna, bool ascendente, bool comoNumero) {
         ordenadas.push_back(std::move(filas_[lugar + 1]));
     }
     filas_ = std::move(ordenadas);
+    seguirEleccion(orden);
+}
+
+// `orden`: which data row, from 0, stands at each place now.
+void Rejilla::seguirEleccion(const std::vector<std::size_t>& orden) {
+    const auto lugar = Row == RowSel && Row > 0
+                           ? std::find(orden.begin(), orden.end(), static_cast<std::size_t>(Row - 1))
+                           : orden.end();
+    Row = RowSel = lugar == orden.end() ? 0 : static_cast<int>(lugar - orden.begin()) + 1;
 }
 
 }  // namespace tarvoline::core

@@ -35,7 +35,8 @@ class Rejilla {
     // next.
     void quitarFila(int fila);
     // Sorts the data rows by one column, ascending or descending, keeping the order of equal rows. As text by
-    // code point, or as numbers.
+    // code point, or as numbers. One chosen row stays chosen wherever it goes; of several none does, for
+    // others would stand between them now.
     void ordenar(int columna, bool ascendente, bool comoNumero);
     // What the rows are in the order of since they were sorted last; -1 = as they were listed.
     int columnaOrden() const { return columnaOrden_; }
@@ -49,6 +50,7 @@ class Rejilla {
 
   private:
     bool dentro(int fila, int columna) const;
+    void seguirEleccion(const std::vector<std::size_t>& orden);
 
     std::vector<Fila> filas_;
     int columnaOrden_ = -1;
@@ -126,7 +128,7 @@ class Vista {
     bool habilitada = true;  // every control but the toolbar (terms refused: false)
     bool ocupada = false;    // a workflow runs; entries return at once
 
-    int filaCambiada = 0;    // the row of the last Parte::fila
+    int filaCambiada = 0;  // the row of the last Parte::fila
 
     // Called after each change, with what changed. At most one listener; empty = nobody looks.
     std::function<void(Parte)> alCambiar;

@@ -107,6 +107,8 @@ void CopiaSeg::trasTrabajo() {
     pintar(core::Parte::carpetas);
     if (const auto paso = std::exchange(pendiente_, nullptr)) {
         ejecutar(paso);
+    } else if (auto& listados = ventana_.flujos().listados(); listados.quedanTamanos()) {
+        ejecutar([&] { listados.retomarTamanos(); });
     }
 }
 
@@ -186,6 +188,7 @@ void CopiaSeg::pintarBloqueo() {
     Toolbar2_->pintarBloqueo();
     menus_->pintarBloqueo();
     lateral_->pintarBloqueo();
+    transferencia_->pintarPanel();
     fx1_->setEnabled(libre);
     List1_->setEnabled(libre);
     Label4_->setEnabled(vista_.habilitada);

@@ -133,8 +133,8 @@ void PanelTransferencia::pintarEtiquetas() {
     Progreso_->poner(aQt(vista_.Progreso));
 }
 
-// A transfer that runs without its indicator (a plain button starts it) shows all the same, and can be
-// stopped.
+// A transfer that runs without its indicator (a plain button starts it) shows all the same. Whatever locks the
+// window or moves the gauge can be stopped.
 void PanelTransferencia::pintarPanel() {
     const auto& transferencia = vista_.transferencia;
     int cual = vista_.panel;
@@ -144,12 +144,14 @@ void PanelTransferencia::pintarPanel() {
     for (std::size_t i = 0; i < Imgproceso_.size(); ++i) {
         Imgproceso_[i]->setVisible(cual == static_cast<int>(i));
     }
-    ImgStop_->setVisible(cual != sinPanel);
-    escape_->setEnabled(cual != sinPanel);
+    const bool trabaja = cual != sinPanel || vista_.bloqueada || vista_.medidor.visible;
+    ImgStop_->setVisible(trabaja);
+    escape_->setEnabled(trabaja);
 }
 
 void PanelTransferencia::pintarMedidor() {
     Gauge1_->poner(vista_.medidor);
+    pintarPanel();
 }
 
 void PanelTransferencia::pintarTransferencia() {

@@ -120,7 +120,11 @@ void Rejilla::repartirAnchos() {
 // The selection's two ends: where it began is the end that the current row is not at.
 void Rejilla::leerEleccion() {
     const auto rangos = selectionModel()->selection();
-    if (mostrando_ || rangos.isEmpty()) {
+    if (mostrando_) {
+        return;
+    }
+    if (rangos.isEmpty()) {
+        rejilla_.Row = rejilla_.RowSel = 0;  // what nobody sees chosen is not deleted either
         return;
     }
     int primera = modelo_->rowCount();

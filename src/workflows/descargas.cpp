@@ -29,8 +29,8 @@ void Descargas::Descargar_Click() {
             if (flujos_.transferencia().DescargarArchivo(tipo, {})) {
                 const auto nombre =
                     core::Recortar(vista().fx1.celda(vista().fx1.Row, columna_rejilla::nombre));
-                flujos_.historico().GrabarEntradaHistorico(
-                    estado().gUsuario + estado().gTextosHistorico[core::haBajadoArchivo] + nombre);
+                flujos_.historico().anotarHecho(estado().gUsuario +
+                                                estado().gTextosHistorico[core::haBajadoArchivo] + nombre);
             }
         } catch (const std::exception& error) {
             entorno_.escritorio.Mensaje({std::string(error.what()) + "\r\n" + texto(textoNoCompletado),
@@ -41,6 +41,9 @@ void Descargas::Descargar_Click() {
 }
 
 void Descargas::fx1_DblClick() {
+    if (vista().fx1.Row < 1) {
+        return;  // the headings are no file
+    }
     auto& panel = flujos_.panel();
     panel.entrada([&] {
         const auto& rejilla = vista().fx1;

@@ -5,6 +5,7 @@
 #include "core/texto.h"
 #include "workflows/configuracion_empresa.h"
 #include "workflows/lista.h"
+#include "workflows/panel.h"
 
 namespace tarvoline::workflows {
 
@@ -28,6 +29,15 @@ std::string Historico::GrabarEntradaHistorico(std::string_view texto) {
         entorno_.escritorio.Mensaje({resultado, core::Icono::exclamacion, {}});
     }
     return {};
+}
+
+void Historico::anotarHecho(std::string_view texto) {
+    try {
+        GrabarEntradaHistorico(texto);
+    } catch (const std::exception& error) {
+        entorno_.registro.aviso(std::string("history: ") + error.what());
+        entorno_.escritorio.Mensaje({error.what(), core::Icono::exclamacion, std::string(tituloPrograma)});
+    }
 }
 
 void Historico::ListarHistorico(std::string_view filtro) {

@@ -138,6 +138,7 @@ void Lista::LlenarGrid() {
 }
 
 void Lista::Ordenar_Click(int indice) {
+    ordenPendiente_ = 0;  // what the person wants now goes before what the last run had
     constexpr int ascendente = 1;
     constexpr int descendente = 2;
     if (indice > 100) {
@@ -166,7 +167,10 @@ void Lista::aplicarOrdenGuardado() {
     if (guardado.empty()) {
         return;
     }
-    const int orden = core::ValEntero(guardado);
+    aplicarOrden(core::ValEntero(guardado));
+}
+
+void Lista::aplicarOrden(int orden) {
     const bool porTamano = orden > 100 && orden / 10 % 10 == 2;
     const auto& rejilla = vista().fx1;
     if (porTamano && rejilla.filas() > 1 && rejilla.celda(1, columna_rejilla::ordenTamano).empty()) {

@@ -55,8 +55,10 @@ class Lista : public Flujo {
     // 0 name, 1 date, 2 size, or a saved order above 100 ("1", index, direction), which sorts as it says. The
     // direction changes with each use, whatever the column, and is saved.
     void Ordenar_Click(int indice);
-    // The order of the last run, from the settings. One by size waits until the sizes are there.
+    // The order of the last run, from the settings, or any saved one. One by size waits until the sizes are
+    // there, or the person sorts otherwise.
     void aplicarOrdenGuardado();
+    void aplicarOrden(int orden);
     void alConocerTamanos();
 
     // A key pressed on the grid. Delete deletes the selected files without a question; every key leaves a

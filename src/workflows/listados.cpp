@@ -235,7 +235,7 @@ void Listados::carpetas_Click(int indice) {
     flujos_.panel().entrada([&] {
         RefrescarVista();
         if (estado().gOrdenGrid > 100) {
-            flujos_.lista().Ordenar_Click(estado().gOrdenGrid);
+            flujos_.lista().aplicarOrden(estado().gOrdenGrid);
         }
     });
 }

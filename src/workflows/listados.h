@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +30,8 @@ class Listados : public Flujo {
     // Fills List1 and the grid. When nobody is logged in it asks for the login; any other failure empties
     // List1 and is shown, and so is a raised error.
     void ListarArchivos(std::string_view tipo);
+    // Nothing on show.
+    void vaciarLista();
     // Reads the folder list and settles which folder is in force. A failure is shown.
     void LlenarCarpetas();
     // Adds the folders that the list does not have yet. A failure is no news.
@@ -54,9 +57,12 @@ class Listados : public Flujo {
     // keeps its cells empty.
     void ActualizaTamanoFila();
     // Whether that is under way, and its end after the row it is at: a person need not wait for it to do
-    // something else. The rows that it did not reach keep their cells empty.
+    // something else. The rows that it did not reach keep their cells empty until it is taken up again. The
+    // Stop ends it for good.
     bool midiendoTamanos() const { return midiendo_; }
     void dejarDeMedir() { dejarDeMedir_ = true; }
+    bool quedanTamanos() const { return dejarDeMedir_ && !midiendo_; }
+    void retomarTamanos();
     // Whether the grid lacks the size of its first row.
     bool faltanTamanos() const;
 
@@ -68,15 +74,17 @@ class Listados : public Flujo {
     void Command1_Click();
 
   private:
-    void vaciarLista();
     std::optional<std::int32_t> pedirTamano(std::string_view tipo, std::string_view nombre);
     std::optional<std::int32_t> pedirTamanoDeFila(std::string_view tipo, const std::string& nombre);
-    void ponerTamanos();
+    void medirFilas(bool soloLasQueFaltan);
+    bool ponerTamanos(bool soloLasQueFaltan);
+    std::vector<std::string> nombresDeFilas() const;
     int filaDe(const std::string& nombre, int cerca) const;
     void elegirCarpeta(const std::vector<std::string>& nombres, int recordada);
 
     bool midiendo_ = false;
     bool dejarDeMedir_ = false;
+    std::set<std::string> sinTamano_;  // said once: taking the measuring up again does not ask for these
 };
 
 }  // namespace tarvoline::workflows

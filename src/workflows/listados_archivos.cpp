@@ -1,5 +1,6 @@
 // The part of the lists that looks at single files: their sizes, and their end.
 #include <stdexcept>
+#include <utility>
 
 #include "core/formato.h"
 #include "core/texto.h"
@@ -88,19 +89,37 @@ bool Listados::faltanTamanos() const {
 }
 
 void Listados::ActualizaTamanoFila() {
-    if (midiendo_ || vista().Option1 == core::Opcion::historico || vista().fx1.filas() < 2) {
+    medirFilas(false);
+}
+
+void Listados::retomarTamanos() {
+    if (quedanTamanos()) {
+        dejarDeMedir_ = false;
+        flujos_.panel().entrada([this] { medirFilas(true); });
+    }
+}
+
+void Listados::medirFilas(bool soloLasQueFaltan) {
+    if (midiendo_) {
+        return;
+    }
+    dejarDeMedir_ = false;
+    if (!soloLasQueFaltan) {
+        sinTamano_.clear();
+    }
+    if (vista().Option1 == core::Opcion::historico || vista().fx1.filas() < 2) {
         return;
     }
     const Midiendo midiendo(midiendo_);
-    dejarDeMedir_ = false;
     flujos_.panel().Barra(-1);
+    bool todas = true;  // those that a failure kept away will not come by waiting
     try {
-        ponerTamanos();
+        todas = ponerTamanos(soloLasQueFaltan);
     } catch (const std::exception& error) {
         entorno_.escritorio.Mensaje({error.what(), core::Icono::exclamacion, {}});
     }
     flujos_.panel().Barra(0);
-    if (!dejarDeMedir_) {
+    if (todas) {
         flujos_.lista().alConocerTamanos();
     }
 }
@@ -131,19 +150,34 @@ int Listados::filaDe(const std::string& nombre, int cerca) const {
     return 0;
 }
 
-void Listados::ponerTamanos() {
+std::vector<std::string> Listados::nombresDeFilas() const {
+    std::vector<std::string> nombres;
+    for (int fila = 1; fila < vista().fx1.filas(); ++fila) {
+        nombres.push_back(vista().fx1.celda(fila, columna_rejilla::nombre));
+    }
+    return nombres;
+}
+
+// False when it was left before its end.
+bool Listados::ponerTamanos(bool soloLasQueFaltan) {
     auto& rejilla = vista().fx1;
     const auto tipo = VistaActual();
-    std::vector<std::string> nombres;
-    for (int fila = 1; fila < rejilla.filas(); ++fila) {
-        nombres.push_back(rejilla.celda(fila, columna_rejilla::nombre));
-    }
+    const auto nombres = nombresDeFilas();
     double total = 0;
     vista().lbtotalocupado.clear();
+    vista().avisar(core::Parte::etiquetas);
+    // A stop of what went before is not one of the sizes; one of the sizes is not one of what went before.
+    const bool yaDetenido = estado().gDetener;
     const int cuantos = static_cast<int>(nombres.size());
-    for (int i = 1; i <= cuantos && !dejarDeMedir_; ++i) {
+    for (int i = 1; i <= cuantos; ++i) {
         const auto& nombre = nombres[static_cast<std::size_t>(i - 1)];
-        if (core::Recortar(nombre).empty() || filaDe(nombre, i) == 0) {
+        const int antes = filaDe(nombre, i);
+        if (core::Recortar(nombre).empty() || antes == 0) {
+            continue;
+        }
+        const auto& sabido = rejilla.celda(antes, columna_rejilla::ordenTamano);
+        if (soloLasQueFaltan && (!sabido.empty() || sinTamano_.contains(nombre))) {
+            total += core::Val(sabido);
             continue;
         }
         if (const auto bytes = pedirTamanoDeFila(tipo, nombre)) {
@@ -152,14 +186,19 @@ void Listados::ponerTamanos() {
             rejilla.ponerCelda(fila, columna_rejilla::ordenTamano, std::to_string(*bytes));
             vista().avisarFila(fila);
             total += *bytes;
+        } else {
+            sinTamano_.insert(nombre);
         }
         flujos_.panel().Barra(i, cuantos);
         flujos_.panel().Turno();
+        const bool detenido = !yaDetenido && std::exchange(estado().gDetener, false);
+        if (detenido || dejarDeMedir_) {
+            return false;
+        }
     }
-    if (!dejarDeMedir_) {
-        vista().lbtotalocupado = flujos_.panel().enUnidad(total);
-    }
+    vista().lbtotalocupado = flujos_.panel().enUnidad(total);
     vista().avisar(core::Parte::etiquetas);
+    return true;
 }
 
 void Listados::Command1_Click() {

@@ -78,10 +78,17 @@ bool VentanaPrincipal::confirmarRestauracion() {
 void VentanaPrincipal::eliminarSeleccion() {
     estado().gBorrandoSeleccion = true;
     flujos_.lista().Eliminar_Click();
+    // How it ended is told behind the command; measuring anew does not change it.
+    const bool detenido = estado().gDetener;
+    const bool interrumpido = estado().gInterrumpido;
     flujos_.panel().entrada([this] {
         flujos_.espacio().Controlar_capacidad(false);
-        flujos_.listados().ActualizaTamanoFila();
+        if (flujos_.listados().faltanTamanos()) {
+            flujos_.listados().ActualizaTamanoFila();
+        }
     });
+    estado().gDetener = estado().gDetener || detenido;
+    estado().gInterrumpido = estado().gInterrumpido || interrumpido;
     estado().gBorrandoSeleccion = false;
 }
 

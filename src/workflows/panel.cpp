@@ -85,6 +85,7 @@ bool Panel::entrada(const std::function<void()>& accion) {
     try {
         accion();
     } catch (const std::exception& error) {
+        estado().gInterrumpido = true;
         restaurar();
         entorno_.registro.error(error.what());
         entorno_.escritorio.Mensaje({error.what(), core::Icono::exclamacion, std::string(tituloPrograma)});

@@ -60,8 +60,8 @@ class Panel : public Flujo {
     // Runs one entry of the person (a button, a picture, a double click): returns at once while another runs
     // or the views are being refreshed; else clears the flags of the run before, runs `accion`, and on the
     // way out puts pointer, lock, gauge and panel back. What `accion` throws is shown as a warning titled
-    // "Tarvoline". Returns whether `accion` ran to its end. gDetener and gInterrumpido are left as the action
-    // left them, for whoever tells the outcome.
+    // "Tarvoline" and raises gInterrumpido. Returns whether `accion` ran to its end. gDetener and
+    // gInterrumpido are left as the action left them, for whoever tells the outcome.
     bool entrada(const std::function<void()>& accion);
 
   private:

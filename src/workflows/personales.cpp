@@ -1,5 +1,7 @@
 #include "workflows/personales.h"
 
+#include <exception>
+
 #include "core/carpetas.h"
 #include "core/texto.h"
 #include "workflows/configuracion_empresa.h"
@@ -51,13 +53,24 @@ bool Personales::subir(std::string_view archivo) {
         entorno_.escritorio.Mensaje({resultado, core::Icono::exclamacion, {}});
         return false;
     }
-    if (const auto tipo = flujos_.listados().VistaActual(); !tipo.empty()) {
-        flujos_.listados().ListarArchivos(tipo);
-    }
+    refrescarLista();
     entorno_.escritorio.Mensaje({texto(textoSubido), core::Icono::informacion, {}});
-    flujos_.historico().GrabarEntradaHistorico(estado().gUsuario +
-                                               estado().gTextosHistorico[core::haSubidoArchivo] + nombre);
+    flujos_.historico().anotarHecho(estado().gUsuario + estado().gTextosHistorico[core::haSubidoArchivo] +
+                                    nombre);
     return true;
+}
+
+// The file is up, whatever becomes of its list.
+void Personales::refrescarLista() {
+    const auto tipo = flujos_.listados().VistaActual();
+    if (tipo.empty()) {
+        return;
+    }
+    try {
+        flujos_.listados().ListarArchivos(tipo);
+    } catch (const std::exception& error) {
+        entorno_.escritorio.Mensaje({error.what(), core::Icono::exclamacion, std::string(tituloPrograma)});
+    }
 }
 
 }  // namespace tarvoline::workflows

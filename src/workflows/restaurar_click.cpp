@@ -18,6 +18,23 @@ constexpr int panelPreparando = 0;
 constexpr int panelBajada = 2;
 constexpr int panelNinguno = 99;
 
+// The rows that were chosen are chosen again on every way out.
+class FilaActual {
+  public:
+    explicit FilaActual(core::Rejilla& rejilla)
+        : rejilla_(rejilla), Row_(rejilla.Row), RowSel_(rejilla.RowSel) {}
+    ~FilaActual() {
+        rejilla_.Row = Row_;
+        rejilla_.RowSel = RowSel_;
+    }
+    FilaActual(const FilaActual&) = delete;
+    FilaActual& operator=(const FilaActual&) = delete;
+
+  private:
+    core::Rejilla& rejilla_;
+    int Row_, RowSel_;
+};
+
 }  // namespace
 
 void Restauracion::Restaurar_Click() {
@@ -42,6 +59,7 @@ void Restauracion::Restaurar_Click() {
 void Restauracion::restaurarFilas() {
     auto& panel = flujos_.panel();
     const auto [primera, ultima] = flujos_.lista().seleccion();
+    const FilaActual eleccion(vista().fx1);
     int fila = primera;
     for (; fila <= ultima; ++fila) {
         vista().fx1.Row = fila;
@@ -72,9 +90,8 @@ void Restauracion::restaurarFilas() {
     entorno_.escritorio.Puntero(false);
     panel.Desabilitar_Formulario(true);
     // The row behind the last one restored: the line names what stands there.
-    flujos_.historico().GrabarEntradaHistorico(
-        estado().gUsuario + estado().gTextosHistorico[core::haBajadoEmpresa] +
-        core::Recortar(vista().fx1.celda(fila, columna_rejilla::nombre)));
+    flujos_.historico().anotarHecho(estado().gUsuario + estado().gTextosHistorico[core::haBajadoEmpresa] +
+                                    core::Recortar(vista().fx1.celda(fila, columna_rejilla::nombre)));
 }
 
 }  // namespace tarvoline::workflows

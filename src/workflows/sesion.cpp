@@ -90,6 +90,7 @@ void Sesion::iniciar(const Respuesta& respuesta) {
     estado.gPassword = estado.gPasswordSesion = respuesta.password;
     estado.gCuentaSesion = respuesta.cuenta;
     auto& listados = flujos_.listados();
+    listados.vaciarLista();  // the rows of the user before are not this one's, whatever fails from here on
     if (!estado.gCuentaSesion.empty()) {
         listados.ActualizarCodigoCuenta(estado.gCuentaSesion);
     }

@@ -147,9 +147,8 @@ std::string SubidaEmpresa::subirVeldorix() {
     if (!core::esError(resultado)) {
         flujos_.temporales().VaciarTemporal();
         resultado = texto(textoTerminado);
-        flujos_.historico().GrabarEntradaHistorico(estado().gUsuario +
-                                                   estado().gTextosHistorico[core::haSubidoEmpresa] +
-                                                   core::SoloNombre(*archivo));
+        flujos_.historico().anotarHecho(estado().gUsuario + estado().gTextosHistorico[core::haSubidoEmpresa] +
+                                        core::SoloNombre(*archivo));
     }
     estado().gDetener = false;
     return resultado;

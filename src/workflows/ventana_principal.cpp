@@ -126,6 +126,7 @@ void VentanaPrincipal::activar() {
     }
     traza("Active", 1);
     estado().gModoGauge = core::modo_gauge::ventanaPrincipal;
+    traza("Active", 2);
     ponerRotulosActivacion();
     traza("Active", 4);
     medirYTitular();
@@ -135,6 +136,7 @@ void VentanaPrincipal::activar() {
     }
     traza("Active", 14);
     revisarTerminos();
+    traza("Active", 15);
     if (PrimeraCarga) {
         PrimeraCarga = false;
         flujos_.listados().carpetas_Click(vista().carpetaElegida);
@@ -142,6 +144,7 @@ void VentanaPrincipal::activar() {
     traza("Active", 16);
     estado().gInicio = false;
     ponerRotulosMenu();
+    traza("Active", 17);
     if (flujos_.listados().faltanTamanos()) {
         flujos_.panel().entrada([this] { flujos_.listados().ActualizaTamanoFila(); });
     }
@@ -155,6 +158,7 @@ void VentanaPrincipal::ponerRotulosActivacion() {
     rotulos.ayudaTamaño = texto(2237);
     rotulos.ayudaCapacidad = texto(2246);
     vista().avisar(core::Parte::rotulos);
+    traza("Active", 3);
     ponerBarra();
 }
 
@@ -179,23 +183,29 @@ void VentanaPrincipal::ponerBarra() {
 void VentanaPrincipal::medirYTitular() {
     const bool silencioso = estado().gRefrescarEspacio;
     estado().gRefrescarEspacio = !silencioso;
+    traza("Active", 5);
     flujos_.panel().entrada([&] { flujos_.espacio().Controlar_capacidad(silencioso); });
+    traza("Active", 6);
     flujos_.panel().entrada([this] {
         vista().titulo = flujos_.sesion().titulo();
         vista().avisar(core::Parte::titulo);
     });
+    traza("Active", 7);
 }
 
 void VentanaPrincipal::primeraActivacion() {
+    traza("Active", 9);
     flujos_.panel().entrada([this] { flujos_.listados().RefrescarVista(); });
     traza("Active", 10);
     flujos_.panel().entrada([this] { flujos_.lista().aplicarOrdenGuardado(); });
-    traza("Active", 12);
+    traza("Active", 11);
     if (Terminos(flujos_).pendientes()) {
+        traza("Active", 12);
         mostrarTerminos();
         revisarTerminos();
     }
     estado().gInicio = false;
+    traza("Active", 13);
 }
 
 void VentanaPrincipal::revisarTerminos() {

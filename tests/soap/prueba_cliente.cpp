@@ -64,6 +64,30 @@ TEST(Cliente, UnaPiezaVaYVuelveConSusValoresPorReferencia) {
               (std::vector<Valor>{std::string("año.zip"), aBytes(pieza), 42, std::string("año.zip!")}));
 }
 
+// A window paints by this beat; what it throws (its end) reaches the caller, and the line serves again.
+TEST(Cliente, LateMientrasEspera) {
+    std::atomic<int> latidos{0};
+    std::atomic<bool> soltar{false};
+    ServicioGuion s([&](const PeticionGuion&) {
+        while (latidos < 2 && !soltar)
+            std::this_thread::yield();
+        return soapBien();
+    });
+    s.iniciar();
+    s.conexion.alLatir = [&] { ++latidos; };
+    EXPECT_EQ(s.cliente.Llamar("DTS", {}), "bien");
+    EXPECT_GE(latidos, 2);
+    struct Fin {};
+    latidos = 0;
+    s.conexion.alLatir = [&] {
+        soltar = true;
+        throw Fin{};
+    };
+    EXPECT_THROW(s.cliente.Llamar("DTS", {}), Fin);
+    s.conexion.alLatir = nullptr;
+    EXPECT_EQ(s.cliente.Llamar("DTS", {}), "bien");
+}
+
 // The server has worked the request, then the line breaks: whatever the cause, it must not come again.
 TEST(Cliente, NingunaPeticionSaleDosVeces) {
     const std::string pieza(262145, 'p');

@@ -107,6 +107,21 @@ TEST_F(PruebaLista, ElSentidoEsDeLaVentana) {
     EXPECT_EQ(mundo.estado().gCarpeta, "VENTAS");
 }
 
+TEST_F(PruebaLista, OrdenarNoEligeOtrosArchivos) {
+    listar({{"b", "9"}, {"a", "100"}, {"c", "25"}});
+    rejilla.Row = rejilla.RowSel = 1;
+    lista.Ordenar_Click(0);
+    EXPECT_EQ(rejilla.Row, 2) << "b has moved behind a";
+    suprimir(rejilla.Row, rejilla.RowSel);
+    EXPECT_THAT(borrados(), ElementsAre("b"));
+    rejilla.Row = 2;
+    rejilla.RowSel = 1;
+    lista.Ordenar_Click(0);
+    EXPECT_EQ(rejilla.Row, 0);
+    lista.fx1_KeyDown(teclaSuprimir);
+    EXPECT_THAT(borrados(), ElementsAre("b")) << "of several chosen none stays";
+}
+
 TEST_F(PruebaLista, ElOrdenGuardadoVuelveTrasReiniciar) {
     for (const auto& [guardado, esperado] :
          std::vector<std::pair<std::string, std::vector<std::string>>>{{"101", {"a", "b", "c"}},

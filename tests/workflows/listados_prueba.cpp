@@ -6,6 +6,7 @@
 
 #include "core/formato.h"
 #include "workflows/mundo_servicio.h"
+#include "workflows/panel.h"
 
 namespace tarvoline::workflows {
 namespace {
@@ -215,6 +216,33 @@ TEST_F(PruebaListados, MedirNoImpideOrdenarNiHacerOtraCosa) {
     EXPECT_EQ(vista.fx1.celda(2, 7), std::to_string('b'));
     EXPECT_EQ(vista.fx1.celda(3, 7), "");
     EXPECT_EQ(vista.lbtotalocupado, "");
+    // Taken up again it asks for those alone that it lacks, and sums all.
+    mundo.servicio.olvidar();
+    EXPECT_TRUE(listados.quedanTamanos());
+    listados.retomarTamanos();
+    EXPECT_EQ(mundo.servicio.llamadas("FileSize").size(), 2U);
+    EXPECT_EQ(vista.fx1.celda(3, 7), std::to_string('c'));
+    EXPECT_EQ(vista.lbtotalocupado, mundo.flujos.panel().enUnidad('a' + 'b' + 'c' + 'd'));
+    EXPECT_FALSE(listados.quedanTamanos());
+    // The Stop ends it for good, and nothing but it.
+    mundo.guion().enTurno(mundo.guion().turnos + 1, [&] { estado.gDetener = true; });
+    listados.RefrescarVista();
+    EXPECT_EQ(vista.fx1.celda(1, 7), std::to_string('a'));
+    EXPECT_EQ(vista.fx1.celda(2, 7), "");
+    EXPECT_FALSE(listados.quedanTamanos() || estado.gDetener);
+}
+
+TEST_F(PruebaListados, UnTamanoNegadoNoSePideDosVeces) {
+    mundo.servicio.responder("FileSize", [](pruebas::ServicioGuion::Argumentos& a) {
+        const auto& nombre = std::get<std::string>(a[4]);
+        return nombre == "a" ? std::string("ERROR:no") : std::string("7");
+    });
+    mundo.guion().enTurno(mundo.guion().turnos + 2, [&] { listados.dejarDeMedir(); });
+    listar("a\tb\tc");
+    mundo.servicio.olvidar();
+    listados.retomarTamanos();
+    EXPECT_EQ(mundo.servicio.llamadas("FileSize").size(), 1U);
+    EXPECT_EQ(vista.fx1.celda(3, 7), "7");
 }
 
 TEST_F(PruebaListados, TamanoDeLaSeleccion) {

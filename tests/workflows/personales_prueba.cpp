@@ -44,6 +44,14 @@ TEST_F(PruebaPersonales, SubeListaYDejaSuLinea) {
     EXPECT_TRUE(mundo.nucleo.carpeta().hay("mío/carta.txt"));
 }
 
+TEST_F(PruebaPersonales, UnaListaQueNoLlegaNoCallaLaSubida) {
+    mundo.servicio.cortar("ListadoArchivos");
+    subir(1000);
+    EXPECT_TRUE(archivos.archivos.contains("carta.txt"));
+    EXPECT_EQ(mundo.guion().ultimo().texto, "<2248>");
+    EXPECT_EQ(mundo.historia(), std::vector<std::string>{"maria ha subido el archivo carta.txt"});
+}
+
 TEST_F(PruebaPersonales, PararQuitaLoLlegadoSiLlegoAlgo) {
     const auto parar = [&](pruebas::ServicioGuion::Argumentos&) {
         estado.gDetener = true;
