@@ -11,6 +11,7 @@
 #include "core/ajustes.h"
 #include "core/carpetas.h"
 #include "core/escritorio.h"
+#include "core/estado.h"
 #include "data/cabecera_empresa.h"
 #include "platform/archivos.h"
 #include "platform/reloj.h"
@@ -34,7 +35,7 @@ struct EmpresaEnVigor {
     bool abierta() const { return !gEmpresaActual.empty(); }
 };
 
-// Tries on a company file that is held or fails, and the longest wait of one of them for a held range.
+// Tries on a file that is held or fails, and the longest wait of one of them for a held range.
 struct Reintentos {
     int intentos = 1000;
     std::chrono::milliseconds espera{10};
@@ -54,6 +55,11 @@ struct CapaDatos {
     // Decimals that Redondear takes when it is given none: those of the currency in force.
     int gDecimalesMoneda = 2;
     Reintentos reintentosEmpresa{};
+    Reintentos reintentosTablas{500, std::chrono::milliseconds(10)};
+    // A box of alMostrar waits for a person, who so sets the pace of what is tried again behind it.
+    bool alguienMira = false;
+    // The texts of the boxes, by number.
+    const core::TablaErrores gErrores{};
     // Takes what was passed over without an error, for the log. Empty: the text goes to standard error.
     std::function<void(std::string_view)> alAvisar{};
     // Shows a box to the person. Empty: its text goes where `avisar` writes.
