@@ -117,10 +117,14 @@ void MotorIndexados::acoger(Mesa& mesa, std::unique_ptr<ArchivoClaves> archivo) 
 }
 
 void MotorIndexados::cerrar() {
-    for (Mesa& mesa : mesas_) {
-        if (sincronizarAlCerrar_ && mesa.archivo) mesa.archivo->archivo().sincronizar();
-        mesa = {};
-    }
+    for (unsigned tabla = 0; tabla < maxTablas; ++tabla)
+        soltar(tabla);
+}
+
+void MotorIndexados::soltar(unsigned tabla) {
+    Mesa& mesa = mesas_.at(tabla);
+    if (sincronizarAlCerrar_ && mesa.archivo) mesa.archivo->archivo().sincronizar();
+    mesa = {};
 }
 
 std::int16_t MotorIndexados::situar(std::int32_t& registro) {

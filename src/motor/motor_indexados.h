@@ -67,6 +67,8 @@ class MotorIndexados {
 
     // The highest record number that the table's counter has given. REQUIRES: abierta(tabla).
     std::uint32_t ultimoRegistro(unsigned tabla);
+    // Closes one table's file, as K does with all; nothing when it has none.
+    void soltar(unsigned tabla);
     bool abierta(unsigned tabla) const { return tabla < maxTablas && mesas_[tabla].archivo != nullptr; }
     // The file behind an open table, for tools that look inside. REQUIRES: abierta(tabla).
     ArchivoClaves& archivo(unsigned tabla) { return *mesas_[tabla].archivo; }
