@@ -118,7 +118,8 @@ class Vista {
     std::array<std::string, 2> LbCapacidad;
     bool capacidadRoja = false;
     std::string lbtotalocupado;
-    std::string titulo;  // caption of the window
+    bool listaLeida = true;  // the rows are what the service holds; false: it could not be asked
+    std::string titulo;      // caption of the window
     Rotulos rotulos;
 
     Medidor medidor;

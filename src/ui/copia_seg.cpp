@@ -5,6 +5,7 @@
 #include <QLabel>
 
 #include "ui/barra_herramientas.h"
+#include "ui/buscador.h"
 #include "ui/enlace_texto.h"
 #include "ui/integracion.h"
 #include "ui/menus.h"
@@ -90,7 +91,11 @@ void CopiaSeg::pedir(std::function<void()> paso) {
     auto& listados = ventana_.flujos().listados();
     if (listados.midiendoTamanos()) {
         listados.dejarDeMedir();
-        pendiente_ = std::move(paso);
+        // What is asked for acts on what is chosen now: until it runs nothing else is chosen or asked for.
+        if (!pendiente_) {
+            pendiente_ = std::move(paso);
+            pintarBloqueo();
+        }
         return;
     }
     ejecutar(paso);
@@ -106,6 +111,7 @@ void CopiaSeg::trasTrabajo() {
     pintar(core::Parte::opcion);
     pintar(core::Parte::carpetas);
     if (const auto paso = std::exchange(pendiente_, nullptr)) {
+        pintarBloqueo();
         ejecutar(paso);
     } else if (auto& listados = ventana_.flujos().listados(); listados.quedanTamanos()) {
         ejecutar([&] { listados.retomarTamanos(); });
@@ -174,13 +180,13 @@ void CopiaSeg::pintar(core::Parte parte) {
 void CopiaSeg::pintarRejilla() {
     const bool historico = vista_.Option1 == core::Opcion::historico;
     fx1_->refrescar(!historico);
-    fx1_->ponerTextoVacio(historico
-                              ? palabras_("Aún no hay operaciones", "No operations yet")
-                              : palabras_("No hay archivos en esta carpeta", "No files in this folder"));
+    const auto vacia = historico ? palabras_("Aún no hay operaciones", "No operations yet")
+                                 : palabras_("No hay archivos en esta carpeta", "No files in this folder");
+    fx1_->ponerTextoVacio(vista_.listaLeida ? vacia : palabras_("Lista no disponible", "List not available"));
 }
 
 void CopiaSeg::pintarBloqueo() {
-    const bool libre = vista_.habilitada && !vista_.bloqueada;
+    const bool libre = vista_.habilitada && !vista_.bloqueada && !pendiente_;
     // What gets locked loses the keyboard; it has it back when the lock goes.
     if (!libre && fx1_->isEnabled()) {
         focoAntesDelBloqueo_ = focusWidget();
@@ -190,9 +196,11 @@ void CopiaSeg::pintarBloqueo() {
     lateral_->pintarBloqueo();
     transferencia_->pintarPanel();
     fx1_->setEnabled(libre);
+    buscador_->setEnabled(libre);
     List1_->setEnabled(libre);
     Label4_->setEnabled(vista_.habilitada);
     Label6_->setEnabled(vista_.habilitada);
+    versionlb_->setEnabled(vista_.habilitada);
     if (libre && focoAntesDelBloqueo_) {
         focoAntesDelBloqueo_->setFocus(Qt::OtherFocusReason);
         focoAntesDelBloqueo_.clear();

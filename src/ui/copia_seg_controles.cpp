@@ -159,6 +159,9 @@ void CopiaSeg::conectarLista() {
         pedir([=, this] { ventana_.flujos().descargas().List1_Click(indice); });
     });
     const auto ordenar = [this](int indice) {
+        if (pendiente_ || (vista_.ocupada && !ventana_.flujos().listados().midiendoTamanos())) {
+            return;  // the rows stand still under a work that goes along them
+        }
         ejecutar([=, this] { ventana_.flujos().lista().Ordenar_Click(indice); });
     };
     connect(fx1_, &Rejilla::ordenPedido, this, ordenar);

@@ -61,9 +61,9 @@ QAction* Menus::orden(const char* nombre, const QString& texto, const QKeySequen
 }
 
 void Menus::crearEdicion() {
-    edicion_ = new QMenu("&Edicion", &ventana_);
+    edicion_ = new QMenu(palabras_("&Edicion", "&Edit"), &ventana_);
     edicion_->setObjectName("main(1)");
-    buscar_ = orden("edicion(0)", "Buscar", QKeySequence::Find, &Menus::buscarPedido);
+    buscar_ = orden("edicion(0)", palabras_("Buscar", "Find"), QKeySequence::Find, &Menus::buscarPedido);
     edicion_->addAction(buscar_);
     edicion_->addSeparator()->setObjectName("edicion(1)");
     ordenar_ = edicion_->addMenu("Ordenar");
@@ -152,8 +152,9 @@ void Menus::crearAyuda() {
             ayuda->addAction(&barra_.accion(numero));
         }
     }
-    ayuda->addAction(orden("pagina", palabras_("Página de Veldorix Online", "Page of Veldorix Online"), {},
-                           &Menus::paginaPedida));
+    pagina_ = orden("pagina", palabras_("Página de Veldorix Online", "Page of Veldorix Online"), {},
+                    &Menus::paginaPedida);
+    ayuda->addAction(pagina_);
     ayuda->addAction(&barra_.accion(boton::terminos));
 }
 
@@ -175,6 +176,7 @@ void Menus::pintarBloqueo() {
     for (auto* accion : deLaLista_) {
         accion->setEnabled(vista_.habilitada && !vista_.bloqueada);
     }
+    pagina_->setEnabled(vista_.habilitada);
 }
 
 }  // namespace tarvoline::ui

@@ -57,6 +57,7 @@ class Menus : public QObject {
     std::array<QAction*, 3> Ordenar_{};
     std::array<QAction*, 4> vistas_{};
     QAction* buscar_ = nullptr;
+    QAction* pagina_ = nullptr;
     QAction* informe_ = nullptr;
     std::vector<QAction*> deLaLista_;  // those that go with the grid's lock
 };

@@ -27,7 +27,7 @@ constexpr std::array<Mandato, 9> mandatos = {{
     {"Subir", "124", "&Subir un archivo personal", "Upload a personal &file", "Subir un archivo personal",
      "Upload a personal file"},
     {"CalcularEspacio", "calcular-espacio", "Calcular espacio &ocupado (total)",
-     "Measure space used (&total)", "Calcular espacio ocupado (Total)", "Measure the space used (total)"},
+     "Measure space used (tota&l)", "Calcular espacio ocupado (Total)", "Measure the space used (total)"},
     {"Restaurar", "132", "&Restaurar empresa", "&Restore company", "Restaurar Empresa", "Restore company"},
     {"Descargar", "136", "&Descargar", "&Download", "Descargar Datos Seleccionados",
      "Download selected data"},

@@ -133,8 +133,8 @@ void PanelTransferencia::pintarEtiquetas() {
     Progreso_->poner(aQt(vista_.Progreso));
 }
 
-// A transfer that runs without its indicator (a plain button starts it) shows all the same. Whatever locks the
-// window or moves the gauge can be stopped.
+// A transfer that runs without its indicator (a plain button starts it) shows all the same. Whatever locks
+// the window or moves the gauge can be stopped.
 void PanelTransferencia::pintarPanel() {
     const auto& transferencia = vista_.transferencia;
     int cual = vista_.panel;
@@ -147,6 +147,10 @@ void PanelTransferencia::pintarPanel() {
     const bool trabaja = cual != sinPanel || vista_.bloqueada || vista_.medidor.visible;
     ImgStop_->setVisible(trabaja);
     escape_->setEnabled(trabaja);
+    for (QWidget* parte : std::initializer_list<QWidget*>{Label1_, Label3_, Label5_, NombreArchivo_, Tamano_,
+                                                          Progreso_, marcha_, Gauge1_}) {
+        parte->setEnabled(vista_.habilitada);  // the Stop answers whatever has been refused
+    }
 }
 
 void PanelTransferencia::pintarMedidor() {

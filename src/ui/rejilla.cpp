@@ -164,7 +164,7 @@ void Rejilla::mostrarOrden() {
 }
 
 void Rejilla::elegirFila(int fila) {
-    if (fila >= 1 && fila <= modelo_->rowCount()) {
+    if (isEnabled() && fila >= 1 && fila <= modelo_->rowCount()) {
         const auto lugar = modelo_->index(fila - 1, columna::descripcion);
         setCurrentIndex(lugar);
         scrollTo(lugar);
@@ -179,6 +179,7 @@ void Rejilla::ponerTextoVacio(const QString& texto) {
 void Rejilla::keyPressEvent(QKeyEvent* evento) {
     if (evento->key() == Qt::Key_Return || evento->key() == Qt::Key_Enter) {
         if (!evento->isAutoRepeat()) {
+            emit teclaPulsada(0);
             emit abrirPedido();
         }
         return;

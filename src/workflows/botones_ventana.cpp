@@ -128,7 +128,7 @@ bool VentanaPrincipal::ejecutarOrden(int numero, int argumento) {
             }
             return true;
         default:
-            ejecutarPagina(numero);
+            mostrandoErrores([&] { ejecutarPagina(numero); });
             return true;
     }
 }
@@ -142,9 +142,7 @@ void VentanaPrincipal::ejecutarPagina(int numero) {
             entorno_.escritorio.Abrir(sitio);
             break;
         case boton::asistenciaRemota:
-            mostrandoErrores([this] {
-                entorno_.escritorio.Abrir("\"" + entorno_.carpetas.DirectorioPrograma() + "SoporteVX.exe\"");
-            });
+            entorno_.escritorio.Abrir("\"" + entorno_.carpetas.DirectorioPrograma() + "SoporteVX.exe\"");
             break;
         case boton::soporte:
             pedirSoporte();
@@ -228,6 +226,9 @@ void VentanaPrincipal::Imgcapacidad_Click() {
 }
 
 void VentanaPrincipal::Label4_Click() {
+    if (vista().ocupada) {
+        return;
+    }
     entorno_.escritorio.Abrir(std::string(core::despliegue::sitioFabricante) +
                               std::string(core::despliegue::paginaOnline));
 }

@@ -26,9 +26,8 @@ void Descargas::Descargar_Click() {
             return;
         }
         try {
+            const auto nombre = core::Recortar(vista().fx1.celda(vista().fx1.Row, columna_rejilla::nombre));
             if (flujos_.transferencia().DescargarArchivo(tipo, {})) {
-                const auto nombre =
-                    core::Recortar(vista().fx1.celda(vista().fx1.Row, columna_rejilla::nombre));
                 flujos_.historico().anotarHecho(estado().gUsuario +
                                                 estado().gTextosHistorico[core::haBajadoArchivo] + nombre);
             }
@@ -61,6 +60,7 @@ void Descargas::fx1_DblClick() {
 void Descargas::List1_Click(int indice) {
     flujos_.panel().entrada([&] {
         if (indice >= 0 && indice < static_cast<int>(vista().List1.size())) {
+            vista().elegidoList1 = indice;
             abrir(vista().List1[static_cast<std::size_t>(indice)]);
         }
     });

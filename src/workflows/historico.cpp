@@ -47,6 +47,7 @@ void Historico::ListarHistorico(std::string_view filtro) {
     if (core::esError(resultado)) {
         return;
     }
+    vista().listaLeida = true;
     flujos_.lista().PrepararGrid(true);
     auto& rejilla = vista().fx1;
     const auto entradas = service::leerHistorico(resultado);

@@ -61,6 +61,10 @@ std::pair<std::string, std::string> partirEnBlanco(std::string_view texto) {
     return {std::string(texto.substr(0, blanco)), core::Recortar(texto.substr(blanco + 1))};
 }
 
+bool esOrdenPorTamano(int orden) {
+    return orden > 100 && orden / 10 % 10 == 2;
+}
+
 }  // namespace
 
 void Lista::PrepararGrid(bool historia) {
@@ -131,7 +135,13 @@ void Lista::LlenarGrid() {
         rejilla.ponerCelda(fila, columna_rejilla::fecha, std::move(partes.fechaHora));
         rejilla.ponerCelda(fila, columna_rejilla::ordenFecha, std::move(partes.orden));
     }
+    vista().listaLeida = true;
+    vista().lbtotalocupado = vista().List1.empty() ? flujos_.panel().enUnidad(0) : std::string();
+    vista().avisar(core::Parte::etiquetas);
     vista().avisar(core::Parte::rejilla);
+    if (ordenPendiente_ != 0 && !esOrdenPorTamano(ordenPendiente_)) {
+        Ordenar_Click(ordenPendiente_);
+    }
     if (!estado().gInicio) {
         flujos_.listados().ActualizaTamanoFila();
     }
@@ -162,18 +172,22 @@ void Lista::Ordenar_Click(int indice) {
     vista().avisar(core::Parte::rejilla);
 }
 
+int Lista::ordenGuardado() const {
+    return core::ValEntero(entorno_.almacen.Leer("OrdenGrid", "Backup"));
+}
+
 void Lista::aplicarOrdenGuardado() {
-    const auto guardado = core::Recortar(entorno_.almacen.Leer("OrdenGrid", "Backup"));
-    if (guardado.empty()) {
-        return;
+    if (!core::Recortar(entorno_.almacen.Leer("OrdenGrid", "Backup")).empty()) {
+        aplicarOrden(ordenGuardado());
     }
-    aplicarOrden(core::ValEntero(guardado));
 }
 
 void Lista::aplicarOrden(int orden) {
-    const bool porTamano = orden > 100 && orden / 10 % 10 == 2;
     const auto& rejilla = vista().fx1;
-    if (porTamano && rejilla.filas() > 1 && rejilla.celda(1, columna_rejilla::ordenTamano).empty()) {
+    const bool conTamanos = vista().Option1 != core::Opcion::historico && rejilla.filas() > 1;
+    const bool porMedir =
+        rejilla.celda(1, columna_rejilla::ordenTamano).empty() || flujos_.listados().quedanTamanos();
+    if (esOrdenPorTamano(orden) && conTamanos && porMedir) {
         ordenPendiente_ = orden;
         return;
     }

@@ -58,6 +58,10 @@ class Lista : public Flujo {
     // The order of the last run, from the settings, or any saved one. One by size waits until the sizes are
     // there, or the person sorts otherwise.
     void aplicarOrdenGuardado();
+    // The order that the next list of files takes as soon as it stands, one by size once the sizes are known;
+    // 0 for none. Codes as in gOrdenGrid.
+    void ordenarAlLlenar(int orden) { ordenPendiente_ = orden > 100 ? orden : 0; }
+    int ordenGuardado() const;  // 0: none
     void aplicarOrden(int orden);
     void alConocerTamanos();
 

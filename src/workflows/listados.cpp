@@ -93,6 +93,9 @@ void Listados::vaciarLista() {
     vista().List1.clear();
     vista().elegidoList1 = -1;
     vista().avisar(core::Parte::lista);
+    vista().listaLeida = false;
+    vista().lbtotalocupado.clear();
+    vista().avisar(core::Parte::etiquetas);
     flujos_.lista().PrepararGrid();
 }
 
@@ -212,6 +215,7 @@ void Listados::Option1_Click(int indice) {
     }
     flujos_.panel().entrada([&] {
         entorno_.almacen.Grabar("Programa", std::to_string(indice), "NETBACKUP", estado().gProducto);
+        flujos_.lista().ordenarAlLlenar(0);
         if (vista().Option1 == core::Opcion::historico) {
             flujos_.historico().ListarHistorico();
         } else {
@@ -233,6 +237,7 @@ void Listados::carpetas_Click(int indice) {
         return;
     }
     flujos_.panel().entrada([&] {
+        flujos_.lista().ordenarAlLlenar(estado().gOrdenGrid);
         RefrescarVista();
         if (estado().gOrdenGrid > 100) {
             flujos_.lista().aplicarOrden(estado().gOrdenGrid);

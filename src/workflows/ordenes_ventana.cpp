@@ -42,14 +42,21 @@ void VentanaPrincipal::configurar() {
 
 bool VentanaPrincipal::claveDeConfiguracionCorrecta() {
     std::string guardada;
-    core::ignorandoErrores(entorno_, "password of the active company", [&] {
-        data::exigirEmpresa(flujos_.enlaces().datos(), entorno_.almacen.Leer("ACTIVE"),
-                            [&](platform::Archivo& archivo) {
-                                const auto cabecera = data::CabeceraEmpresa::leer(archivo);
-                                estado().gClavesConfig[2] = cabecera.ansi(data::cabecera::PASSWORD2).bytes();
-                                guardada = data::DesenmascararClave(cabecera.ansi(data::cabecera::PASSWORD2));
-                            });
-    });
+    const auto leer = [&](platform::Archivo& archivo) {
+        const auto cabecera = data::CabeceraEmpresa::leer(archivo);
+        estado().gClavesConfig[2] = cabecera.ansi(data::cabecera::PASSWORD2).bytes();
+        guardada = data::DesenmascararClave(cabecera.ansi(data::cabecera::PASSWORD2));
+    };
+    try {
+        data::exigirEmpresa(flujos_.enlaces().datos(), entorno_.almacen.Leer("ACTIVE"), leer);
+    } catch (const std::exception& error) {
+        entorno_.registro.aviso(std::string("password of the active company: ") + error.what());
+        const auto* deArchivo = dynamic_cast<const platform::ErrorArchivo*>(&error);
+        if (deArchivo != nullptr && deArchivo->numero() == platform::error_archivo::permisoDenegado) {
+            avisar(error.what(), core::Icono::exclamacion);  // a company in use is not one without password
+            return false;
+        }
+    }
     if (guardada.empty()) {
         return true;
     }

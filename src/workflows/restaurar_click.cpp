@@ -53,6 +53,7 @@ void Restauracion::Restaurar_Click() {
             entorno_.escritorio.Puntero(false);
             avisar(std::string(error.what()) + "\r\n" + texto(textoNoRestaurada));
         }
+        vista().avisar(core::Parte::rejilla);  // the choice is back where it was
     });
 }
 

@@ -195,7 +195,10 @@ void VentanaPrincipal::medirYTitular() {
 
 void VentanaPrincipal::primeraActivacion() {
     traza("Active", 9);
-    flujos_.panel().entrada([this] { flujos_.listados().RefrescarVista(); });
+    flujos_.panel().entrada([this] {
+        flujos_.lista().ordenarAlLlenar(flujos_.lista().ordenGuardado());
+        flujos_.listados().RefrescarVista();
+    });
     traza("Active", 10);
     flujos_.panel().entrada([this] { flujos_.lista().aplicarOrdenGuardado(); });
     traza("Active", 11);
@@ -216,7 +219,14 @@ void VentanaPrincipal::revisarTerminos() {
 
 void VentanaPrincipal::mostrarTerminos() {
     Terminos terminos(flujos_);
-    mostrandoErrores([&] { ventanas_.Form1(terminos); });
+    mostrandoErrores([&] {
+        try {
+            ventanas_.Form1(terminos);
+        } catch (const core::ErrorIdioma& error) {
+            avisar(error.what(), core::Icono::parada);
+            throw core::FinDePrograma{1};  // nobody can accept what cannot be read
+        }
+    });
 }
 
 void VentanaPrincipal::DeshabilitarFrm(bool estado) {

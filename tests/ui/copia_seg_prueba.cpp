@@ -9,6 +9,7 @@
 
 #include "apoyo/servicio_guion.h"
 #include "ui/mundo_ventana.h"
+#include "workflows/panel.h"
 
 namespace tarvoline::ui {
 namespace {
@@ -134,6 +135,70 @@ TEST_F(PruebaCopiaSeg, UnaTeclaSujetaNoBorraDosVeces) {
     });
 }
 
+TEST_F(PruebaCopiaSeg, LoQueSePideMientrasSeMideValeParaLoElegidoEntonces) {
+    Vida vida(mundo);
+    vida.vivirComoAna([&] {
+        subirPersonales(vida, 5);
+        vida.enTurno = [&, hecho = false]() mutable {
+            if (vida.montaje.flujos().listados().midiendoTamanos() && !std::exchange(hecho, true)) {
+                vida.pulsarFila(1);
+                vida.fx1().setFocus();
+                // All of one turn: what comes behind the Delete finds the list closed.
+                QTest::keyClick(&vida.fx1(), Qt::Key_Delete);
+                QTest::keyClick(&vida.fx1(), Qt::Key_Down);
+                vida.pulsarFila(4);
+                vida.pulsar("Eliminar");
+                QTest::keyClick(vida.ventana.get(), Qt::Key_F5);
+            }
+        };
+        vida.pulsar("Option1(1)");
+        EXPECT_THAT(enElServicio(vida), ElementsAre("b.bin", "c.bin", "d.bin", "e.bin"));
+        EXPECT_THAT(vida.nombres(), ElementsAre("b.bin", "c.bin", "d.bin", "e.bin"));
+        EXPECT_TRUE(vida.fx1().isEnabled());
+        EXPECT_NE(vida.montaje.vista().lbtotalocupado, "") << "the sizes were taken up again";
+    });
+}
+
+TEST_F(PruebaCopiaSeg, ConLaListaCerradaNoSeBusca) {
+    Vida vida(mundo);
+    vida.vivirComoAna([&] {
+        subirPersonales(vida, 3);
+        vida.pulsar("Option1(1)");
+        vida.pulsarFila(1);
+        QTest::keyClick(vida.ventana.get(), Qt::Key_F, Qt::ControlModifier);
+        auto* linea = QApplication::focusWidget();
+        ASSERT_NE(linea, nullptr);
+        QTest::keyClicks(linea, "c.bin");
+        QTest::keyClick(linea, Qt::Key_Return);
+        EXPECT_EQ(vida.montaje.vista().fx1.Row, 3);
+        vida.pulsarFila(1);
+        vida.montaje.flujos().panel().Desabilitar_Formulario(false);
+        QTest::keyClick(linea, Qt::Key_Return);
+        QTest::keyClick(vida.ventana.get(), Qt::Key_F3);
+        EXPECT_EQ(vida.montaje.vista().fx1.Row, 1);
+        vida.montaje.flujos().panel().Desabilitar_Formulario(true);
+    });
+}
+
+TEST_F(PruebaCopiaSeg, UnaCarpetaSeOrdenaAntesDeMedirse) {
+    Vida vida(mundo);
+    vida.vivirComoAna([&] {
+        subirPersonales(vida, 3);
+        vida.pulsar("Option1(1)");
+        vida.montaje.flujos().lista().Ordenar_Click(0);
+        vida.montaje.flujos().lista().Ordenar_Click(0);
+        std::vector<std::string> alEmpezar;
+        vida.enTurno = [&] {
+            if (vida.montaje.flujos().listados().midiendoTamanos() && alEmpezar.empty()) {
+                alEmpezar = vida.nombres();
+            }
+        };
+        vida.montaje.flujos().listados().carpetas_Click(0);
+        EXPECT_THAT(alEmpezar, ElementsAre("c.bin", "b.bin", "a.bin"));
+        EXPECT_EQ(vida.nombres(), alEmpezar);
+    });
+}
+
 TEST_F(PruebaCopiaSeg, SoloLasTeclasDeLaRejillaDejanLinea) {
     Vida vida(mundo);
     vida.vivirComoAna([&] {
@@ -208,6 +273,7 @@ TEST_F(PruebaCopiaSeg, ElServicioSeVaYVuelveAMediaLista) {
         QTest::keyClick(vida.ventana.get(), Qt::Key_F5);
         EXPECT_THAT(vida.guion.ultimo().texto, HasSubstr("ERROR"));
         EXPECT_THAT(vida.nombres(), IsEmpty());
+        EXPECT_EQ(vida.montaje.vista().lbtotalocupado, "") << "the sum of a list that is not there";
         mundo.servicio.arrancar();
         QTest::keyClick(vida.ventana.get(), Qt::Key_F5);
         EXPECT_EQ(vida.nombres().size(), 4U);

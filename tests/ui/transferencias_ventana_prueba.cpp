@@ -50,6 +50,25 @@ class PruebaTransferencias : public ::testing::Test {
         return mundo.carpeta.leer("datos/PLANC" + numero + ".QZD");
     }
 
+    // A life whose window is closed in mid-upload.
+    void cerrarAMedias() {
+        Vida vida(mundo);
+        const int codigo = vida.vivirComoAna([&] {
+            enPlenaSubida(vida, [&] {
+                EXPECT_TRUE(vida.control("ImgStop").isVisible()) << "whatever control began it";
+                vida.ventana->close();
+            });
+            vida.guion.elegirArchivo(grande());
+            const auto cajas = vida.guion.cajas().size();
+            vida.pulsar("Subir");
+            EXPECT_FALSE(vida.ventana->isVisible());
+            EXPECT_EQ(vida.guion.cajas().size(), cajas) << "neither a question nor a word";
+        });
+        EXPECT_EQ(codigo, 0);
+        EXPECT_THAT(vida.clave("Active"), HasSubstr("grande.bin"));
+        EXPECT_NE(vida.clave("Offset"), "1");
+    }
+
     MundoVentana mundo;
     const std::string contenido = pruebas::contenidoDePrueba(3'000'000);
 };
@@ -95,23 +114,7 @@ TEST_F(PruebaTransferencias, ParadaAMediasNoDejaNadaYDevuelveElMando) {
 }
 
 TEST_F(PruebaTransferencias, CerrarAMediasEsComoUnCorteYLaSubidaSigueAlVolver) {
-    {
-        Vida vida(mundo);
-        const int codigo = vida.vivirComoAna([&] {
-            enPlenaSubida(vida, [&] {
-                EXPECT_TRUE(vida.control("ImgStop").isVisible()) << "whatever control began it";
-                vida.ventana->close();
-            });
-            vida.guion.elegirArchivo(grande());
-            const auto cajas = vida.guion.cajas().size();
-            vida.pulsar("Subir");
-            EXPECT_FALSE(vida.ventana->isVisible());
-            EXPECT_EQ(vida.guion.cajas().size(), cajas) << "neither a question nor a word";
-        });
-        EXPECT_EQ(codigo, 0);
-        EXPECT_THAT(vida.clave("Active"), HasSubstr("grande.bin"));
-        EXPECT_NE(vida.clave("Offset"), "1");
-    }
+    cerrarAMedias();
     Vida vida(mundo);
     vida.guion.contestarSi();  // go on with it, and as the user whose upload it is
     vida.vivir(
@@ -123,6 +126,16 @@ TEST_F(PruebaTransferencias, CerrarAMediasEsComoUnCorteYLaSubidaSigueAlVolver) {
             EXPECT_EQ(vida.clave("Active"), "");
         },
         "");
+}
+
+TEST_F(PruebaTransferencias, AlVolverSePuedeDejarLaSubidaAMedias) {
+    cerrarAMedias();
+    Vida vida(mundo);
+    vida.guion.contestarNo();
+    vida.guion.rellenar({"ana", "Ana2024"});
+    vida.vivir([&] { EXPECT_TRUE(vida.control("fx1").isEnabled()); }, "");
+    EXPECT_EQ(vida.clave("Active"), "");
+    EXPECT_TRUE(vida.reinicios.empty());
 }
 
 TEST_F(PruebaTransferencias, UnaEmpresaSubeYSeRestauraDeLasDosManeras) {

@@ -27,11 +27,11 @@ std::map<std::string, std::string> MundoFlujos::desempaquetado(const std::string
     return archivosDe("fuera");
 }
 
-void MundoFlujos::proteger(const std::string& ruta, std::string_view clave) {
+void MundoFlujos::proteger(const std::string& ruta, std::string_view clave, const data::CampoTexto& campo) {
     auto archivo =
         nucleo.archivos.abrir(ruta, platform::Apertura::escritura, platform::Comparticion::compartida);
     auto cabecera = data::CabeceraEmpresa::leer(*archivo);
-    cabecera.poner(data::cabecera::PASSWORD1, data::EnmascararClave(clave));
+    cabecera.poner(campo, data::EnmascararClave(clave));
     cabecera.grabar(*archivo);
 }
 

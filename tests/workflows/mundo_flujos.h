@@ -49,8 +49,10 @@ struct MundoFlujos {
     std::map<std::string, std::string> archivosDe(const std::string& raiz) const;
     // What stands in an archive.
     std::map<std::string, std::string> desempaquetado(const std::string& archivo) const;
-    // Protects a company with a password of at most four characters.
-    void proteger(const std::string& ruta, std::string_view clave);
+    // Protects a company with a password of at most four characters: its opening, or (PASSWORD2) its
+    // configuration.
+    void proteger(const std::string& ruta, std::string_view clave,
+                  const data::CampoTexto& campo = data::cabecera::PASSWORD1);
 };
 
 }  // namespace tarvoline::pruebas

@@ -22,12 +22,16 @@ class VentanasGuion : public Ventanas {
     void frmconfig(FormularioConfiguracion&) override { abiertas += "frmconfig "; }
     void Form1(Terminos& terminos) override {
         abiertas += "Form1 ";
+        if (alMostrar) {
+            alMostrar();
+        }
         if (respuesta >= 0) {
             terminos.Command1_Click(respuesta);
         }
     }
     std::string abiertas;
     int respuesta = -1;
+    std::function<void()> alMostrar;
 };
 
 class PruebaVentana : public ::testing::Test {
@@ -222,6 +226,42 @@ TEST_F(PruebaVentana, LaConfiguracionSeAbreConSuClave) {
     pulsar(boton::configuracion);
     EXPECT_EQ(ventanas.abiertas, "frmconfig ") << "a company that cannot be opened is told";
     EXPECT_FALSE(mundo.guion().cajas().empty());
+}
+
+TEST_F(PruebaVentana, LaConfiguracionProtegidaQuiereSuClave) {
+    const auto ruta = mundo.crearEmpresa("Uno.QZT", "maria", "secreta");
+    mundo.proteger(ruta, "abcd", data::cabecera::PASSWORD2);
+    mundo.nucleo.ajustes.GrabarRegistro("ACTIVE", ruta);
+    mundo.guion().teclear("abce");
+    ventana.ButtonClick(boton::configuracion);
+    EXPECT_THAT(mundo.guion().ultimo().texto, HasSubstr(" incorrecta"));
+    mundo.guion().cancelarPeticion();
+    ventana.ButtonClick(boton::configuracion);
+    EXPECT_EQ(ventanas.abiertas, "");
+    mundo.guion().teclear("abcd");
+    ventana.ButtonClick(boton::configuracion);
+    EXPECT_EQ(ventanas.abiertas, "frmconfig ");
+
+    // While another program holds the company nobody can tell whether it is protected.
+    auto otro =
+        mundo.nucleo.archivos.abrir(ruta, platform::Apertura::escritura, platform::Comparticion::compartida);
+    ASSERT_TRUE(otro->bloquear(platform::todoElArchivo, platform::TipoBloqueo::exclusivo));
+    pulsar(boton::configuracion);
+    EXPECT_EQ(ventanas.abiertas, "frmconfig ");
+    EXPECT_FALSE(mundo.guion().cajas().empty());
+}
+
+TEST_F(PruebaVentana, SinElArchivoDeLosTerminosAcabaElPrograma) {
+    ventanas.alMostrar = [] { throw core::ErrorIdioma("terminos.txt"); };
+    mundo.nucleo.ajustes.GrabarRegistro("terminos y condiciones", "1");
+    estado.gInicio = true;
+    try {
+        ventana.activar();
+        FAIL() << "nobody can accept what cannot be read";
+    } catch (const core::FinDePrograma& fin) {
+        EXPECT_EQ(fin.codigo, 1);
+        EXPECT_EQ(mundo.guion().ultimo().texto, "terminos.txt");
+    }
 }
 
 TEST_F(PruebaVentana, SoporteMuestraLoQueManda) {
