@@ -15,7 +15,8 @@ using platform::Rango;
 using platform::TipoBloqueo;
 namespace estado = motor::estado;
 
-// Somebody's records stand where the counter says nobody's do: keyed again, it says otherwise.
+// Records stand where the counter says that none do, as when the keys are an older copy: keyed again, all of
+// them count.
 constexpr int vecesOcupado = 3;
 
 }  // namespace
@@ -39,7 +40,11 @@ void Tablas::AnadirRegistro(int tabla) {
         if (abierta(tabla)) como = intentarInsercion(tabla);
     }
     for (int i = 0; como == Insercion::ocupada && i < vecesOcupado; ++i) {
-        if (!rehacerClaves(tabla, false)) break;
+        if (!rehacerClaves(tabla, true)) {
+            ordenAbrir(tabla);
+            gEstado = estado::lleno;
+            return;
+        }
         como = intentarInsercion(tabla);
     }
     if (como == Insercion::ocupada) gEstado = estado::lleno;
