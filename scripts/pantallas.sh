@@ -27,6 +27,8 @@ preparar_servicio() {
 empresa_de() { # empresa_de USER
   [ -d "$casa/empresas/$1" ] || "$bin/tarvoline-demo" --carpeta "$casa/empresas/$1" --nombre 'Panadería Núñez' --usuario "$1" --clave "${1^}2024" \
     --adjuntos "$casa/Documentación" >/dev/null
+  # A folder that reads well in the picture.
+  LC_ALL=C sed -i "s#$casa/Doc#/home/$1/Doc#" "$casa/empresas/$1"/*.QZT
   "$bin/tarvoline-ajustes" grabar ACTIVE "$(find "$casa/empresas/$1" -maxdepth 1 -iname '*.QZT')" -p VELDORIX
 }
 
@@ -52,6 +54,11 @@ cerrar() {
   wait "$programa" 2>/dev/null || true
 }
 retratar() { foto "$destino/$1.png"; }
+# The same once it looks otherwise than an earlier picture: retratar_cambio NAME EARLIER
+retratar_cambio() { esperar 15 otra_imagen "$1" "$2" || { echo "$1 looks as $2" >&2; return 1; }; }
+otra_imagen() { # true when the picture just taken differs
+  retratar "$1" && ! compare -metric AE "$destino/$1.png" "$destino/$2.png" null: 2>/dev/null
+}
 
 tomar_espanol() {
   abrir claro español.qzi ana
@@ -69,11 +76,13 @@ tomar_espanol() {
   tras ctrl+t
   retratar terminos
   tras Escape
+  tecla ctrl+4
+  retratar_cambio historico principal
+  tecla ctrl+1
+  elegir 400 190
   tras ctrl+Delete
   retratar pregunta
   tras Escape
-  tecla ctrl+4
-  retratar historico
   truncate -s 300M "$casa/personal/Grabación de la junta.mp4"
   foto_en_marcha "$destino/transferencia.png" "$casa/personal/Grabación de la junta.mp4" 120000000
   cerrar
@@ -83,13 +92,27 @@ tomar_otras() {
   abrir oscuro español.qzi ana
   elegir 400 190
   retratar principal-oscura
+  tras ctrl+comma
+  retratar configuracion-oscura
+  tras Escape
+  tras ctrl+u
+  retratar entrada-oscura
+  tras Escape
   cerrar
   abrir claro english.qzi ana
   elegir 400 190
   retratar principal-ingles
+  tras ctrl+comma
+  retratar configuracion-ingles
+  tras Escape
+  tras ctrl+t
+  retratar terminos-ingles
+  tras Escape
   cerrar
   abrir claro español.qzi luis
   retratar vacia
+  tecla ctrl+4
+  retratar_cambio historico-vacio vacia
   cerrar
   abrir claro español.qzi marta '^Tarvoline$'
   tras ctrl+o

@@ -8,6 +8,7 @@
 #include <QScopeGuard>
 #include <QTranslator>
 
+#include "ui/estilo.h"
 #include "ui/iconos.h"
 #include "ui/integracion.h"
 
@@ -73,6 +74,7 @@ QPalette paletaOscura() {
 
 void vestir(QApplication& aplicacion) {
     cargarIconos();
+    QApplication::setStyle(new Estilo);  // the application owns it
     QApplication::setWindowIcon(iconoPrograma());
     const bool yaOscura = aplicacion.palette().color(QPalette::Window).lightness() < 128;
     if (!yaOscura && quiereOscuro()) {

@@ -25,6 +25,18 @@ void ModeloRejilla::refrescarFila(int fila) {
     }
 }
 
+bool ModeloRejilla::enBlanco() const {
+    if (filas_ > 1) {
+        return false;
+    }
+    for (int columna = 0; filas_ == 1 && columna < core::Rejilla::columnas; ++columna) {
+        if (!rejilla_.celda(1, columna).empty()) {
+            return false;
+        }
+    }
+    return true;
+}
+
 int ModeloRejilla::rowCount(const QModelIndex& padre) const {
     return padre.isValid() ? 0 : filas_;
 }

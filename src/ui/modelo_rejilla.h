@@ -20,6 +20,8 @@ class ModeloRejilla : public QAbstractTableModel {
     // The cells of one row of core::Rejilla are others.
     void refrescarFila(int fila);
 
+    // No row, or one alone without a text: an empty list of some views has such a row.
+    bool enBlanco() const;
     int rowCount(const QModelIndex& padre = {}) const override;
     int columnCount(const QModelIndex& padre = {}) const override;
     QVariant data(const QModelIndex& lugar, int papel) const override;

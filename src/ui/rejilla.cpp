@@ -236,7 +236,7 @@ void Rejilla::paintEvent(QPaintEvent* evento) {
 void Rejilla::pintarResto() {
     QPainter pintor(viewport());
     const int filas = modelo_->rowCount();
-    if (filas == 0) {
+    if (modelo_->enBlanco()) {
         pintor.setPen(palette().color(QPalette::PlaceholderText));
         pintor.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, textoVacio_);
         return;
