@@ -60,28 +60,40 @@ int banderas(Apertura apertura, Comparticion comparticion) {
     return siempre;
 }
 
-void exigirRegular(const Descriptor& descriptor, const std::string& ruta) {
+struct stat exigirRegular(const Descriptor& descriptor, const std::string& ruta) {
     struct stat datos {};
     if (::fstat(descriptor.numero(), &datos) != 0) lanzar(errno, ruta);
     if (!S_ISREG(datos.st_mode)) lanzar(S_ISDIR(datos.st_mode) ? EISDIR : EINVAL, ruta);
+    return datos;
 }
 
-bool sigueConSuNombre(Archivo& archivo, const std::string& ruta) {
-    struct stat datos {};
-    if (::stat(ruta.c_str(), &datos) != 0) return false;
-    const EstadoArchivo abierto = archivo.estado();
-    const EstadoArchivo nombrado = posix::estadoDe(datos);
-    return abierto.dispositivo == nombrado.dispositivo && abierto.identidad == nombrado.identidad;
+bool sigueConSuNombre(const struct stat& abierto, const std::string& ruta) {
+    struct stat nombrado {};
+    if (::stat(ruta.c_str(), &nombrado) != 0) return false;
+    return abierto.st_dev == nombrado.st_dev && abierto.st_ino == nombrado.st_ino;
+}
+
+// The spelling given is nearly always the one on disk: only when it is not there is the folder looked through
+// for another, which then stands in `nativa`.
+Descriptor abrirPorNombre(std::string& nativa, int modo, unsigned permisos) {
+    if ((modo & O_EXCL) == 0) {
+        const int sinCrear = modo & ~O_CREAT;
+        Descriptor descriptor(repetir([&] { return ::open(nativa.c_str(), sinCrear); }));
+        if (descriptor.abierto() || errno != ENOENT) return descriptor;
+    }
+    nativa = posix::resolverRuta(nativa);
+    return Descriptor(repetir([&] { return ::open(nativa.c_str(), modo, static_cast<mode_t>(permisos)); }));
 }
 
 class SistemaPosix final : public SistemaArchivos {
   public:
     std::unique_ptr<Archivo> abrir(std::string_view ruta, Apertura apertura, Comparticion comparticion,
                                    unsigned permisos) override {
-        const std::string nativa = posix::resolverRuta(ruta);
+        std::string nativa = posix::normalizar(ruta);
         for (int intento = 1; intento <= intentosDeApertura; ++intento) {
-            auto archivo = abrirUnaVez(nativa, apertura, comparticion, permisos);
-            if (comparticion == Comparticion::libre || sigueConSuNombre(*archivo, nativa)) {
+            struct stat abierto {};
+            auto archivo = abrirUnaVez(nativa, apertura, comparticion, permisos, abierto);
+            if (comparticion == Comparticion::libre || sigueConSuNombre(abierto, nativa)) {
                 if (apertura == Apertura::vaciar) archivo->truncar(0);
                 return archivo;
             }
@@ -92,7 +104,9 @@ class SistemaPosix final : public SistemaArchivos {
     std::optional<EstadoArchivo> estado(std::string_view ruta) override {
         struct stat datos {};
         if (ruta.empty() || ruta.find('\0') != std::string_view::npos) return std::nullopt;
-        const std::string nativa = posix::resolverRuta(ruta);
+        std::string nativa = posix::normalizar(ruta);
+        if (::stat(nativa.c_str(), &datos) == 0) return posix::estadoDe(datos);
+        nativa = posix::resolverRuta(nativa);
         if (::stat(nativa.c_str(), &datos) == 0) return posix::estadoDe(datos);
         const bool sinNombre = errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG || errno == ELOOP;
         if (!sinNombre) lanzar(errno, nativa);
@@ -179,17 +193,17 @@ class SistemaPosix final : public SistemaArchivos {
     std::string resolver(std::string_view ruta) override { return posix::resolverRuta(ruta); }
 
   private:
-    static std::unique_ptr<ArchivoPosix> abrirUnaVez(const std::string& nativa, Apertura apertura,
-                                                     Comparticion comparticion, unsigned permisos) {
+    static std::unique_ptr<ArchivoPosix> abrirUnaVez(std::string& nativa, Apertura apertura,
+                                                     Comparticion comparticion, unsigned permisos,
+                                                     struct stat& abierto) {
         const int modo = banderas(apertura, comparticion);
-        Descriptor descriptor(
-            repetir([&] { return ::open(nativa.c_str(), modo, static_cast<mode_t>(permisos)); }));
+        Descriptor descriptor = abrirPorNombre(nativa, modo, permisos);
         if (!descriptor.abierto()) {
             // A device without a driver behind it: no regular file either.
             if (errno == ENXIO) lanzar(EINVAL, nativa);
             lanzarDeRuta(errno, nativa);
         }
-        exigirRegular(descriptor, nativa);
+        abierto = exigirRegular(descriptor, nativa);
         auto archivo = std::make_unique<ArchivoPosix>(
             std::move(descriptor), nativa, comparticion,
             ArchivoPosix::Derechos{apertura != Apertura::lectura, (modo & O_ACCMODE) == O_RDWR});
