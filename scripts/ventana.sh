@@ -1,24 +1,40 @@
 # A display of its own with the program's window on it, driven by keys, and pictures of it. Sourced by ./run,
 # scripts/pantallas.sh and tests/sistema/ventana_prueba.sh.
 
-# abrir_pantalla WIDTHxHEIGHT: a display in memory with a window manager; sets DISPLAY.
+# abrir_pantalla WIDTHxHEIGHT: a display in memory with a window manager; sets DISPLAY. A server that does not come up (two
+# that start at once may want the same number) is tried again.
 abrir_pantalla() {
+  local _
+  export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$TMPDIR}
+  for _ in 1 2 3; do
+    if arrancar_pantalla "$1"; then
+      return 0
+    fi
+    cerrar_pantalla
+  done
+  echo 'no display in memory' >&2
+  return 1
+}
+arrancar_pantalla() {
   local lugar numero
   lugar=$(mktemp -d)
   mkfifo "$lugar/numero"
-  Xvfb -displayfd 3 -screen 0 "$1x24" -nolisten tcp 3>"$lugar/numero" 2>/dev/null &
+  gestor=
+  Xvfb -displayfd 3 -screen 0 "$1x24" -nolisten tcp 3>"$lugar/numero" 2>"$lugar/errores" &
   pantalla=$!
-  read -r numero <"$lugar/numero"
+  read -r numero <"$lugar/numero" || { cat "$lugar/errores" >&2; rm -r "$lugar"; return 1; }
   rm -r "$lugar"
-  export DISPLAY=:$numero XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$TMPDIR}
+  export DISPLAY=:$numero
   openbox >/dev/null 2>&1 &
   gestor=$!
   esperar 30 xdotool get_desktop  # the window manager is at work
 }
 
 cerrar_pantalla() {
-  kill "$gestor" "$pantalla" 2>/dev/null || true
-  wait "$gestor" "$pantalla" 2>/dev/null || true
+  # shellcheck disable=SC2086  # there may be no window manager
+  kill $gestor "$pantalla" 2>/dev/null || true
+  # shellcheck disable=SC2086
+  wait $gestor "$pantalla" 2>/dev/null || true
   unset DISPLAY
 }
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Looks at the program's window as a screen reader does.
   control.py sitio ROLE NAME   the middle of that control on the screen, "x y"; exit 1 while it is not shown or not enabled
+  control.py texto ROLE NAME   what that control holds
   control.py arbol             everything that is shown
   control.py hay TEXT          exit 0 when a cell of a table reads as, or ends with, this text
 NAME is a regular expression for the whole accessible name."""
@@ -43,6 +44,14 @@ def sitio(papel, nombre):
     return False
 
 
+def texto(papel, nombre):
+    for control in controles():
+        if control.get_role_name() == papel and re.fullmatch(nombre, control.get_name()) and a_mano(control):
+            print(Atspi.Text.get_text(control, 0, Atspi.Text.get_character_count(control)))
+            return True
+    return False
+
+
 def hay(texto):
     return any(c.get_role_name() == 'table cell' and c.get_name().endswith(texto) for c in controles())
 
@@ -56,7 +65,7 @@ def arbol():
 
 def main(orden, *argumentos):
     try:
-        return 0 if {'sitio': sitio, 'hay': hay, 'arbol': arbol}[orden](*argumentos) else 1
+        return 0 if {'sitio': sitio, 'texto': texto, 'hay': hay, 'arbol': arbol}[orden](*argumentos) else 1
     except GLib.Error:
         return 1  # a control went away while it was being looked at: the caller tries again
 

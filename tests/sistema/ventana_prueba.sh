@@ -18,6 +18,16 @@ pulsar() { # pulsar ROLE NAME
   # shellcheck disable=SC2086  # two numbers
   xdotool mousemove $lugar click 1
 }
+# escribir_en ROLE NAME TEXT: a loaded machine may lose a key, so it is typed anew until it stands there.
+escribir_en() {
+  pulsar "$1" "$2"
+  esperar 60 escrito "$@" || { control arbol; fallo "cannot type into: $1 $2"; }
+}
+escrito() {
+  tecla ctrl+a
+  escribir "$3"
+  [ "$(control texto "$1" "$2")" = "$3" ]
+}
 guardados() { copias ana listar --tipo personales; }
 guardado() { guardados | grep -q "$1"; }
 borrado() { ! guardado "$1"; }
@@ -42,8 +52,7 @@ head -c 700000 /dev/urandom >"$archivo"
 paso 'log in'
 abrir_programa "$casa/ventana.log"
 pulsar 'push button' 'Aceptar|OK'  # no company is active
-pulsar text 'Nombre usuario:?'
-escribir ana
+escribir_en text 'Nombre usuario:?' ana
 pulsar 'password text' 'Clave.*'
 escribir Ana2024
 pulsar 'push button' 'Aceptar|OK'
@@ -53,9 +62,7 @@ paso 'upload a personal file and see it'
 pulsar 'radio button' 'Archivos personales'
 pulsar 'push button' 'Subir un archivo personal'
 esperar_ventana 'Elegir un archivo'
-sleep 0.5
-escribir "$archivo"
-sleep 0.5
+escribir_en text 'Nombre:?|File &?name:?' "$archivo"
 tecla Return
 pulsar 'push button' 'Aceptar|OK'
 esperar 30 control hay "$(basename "$archivo")" || { control arbol; fallo "the list does not show it"; }
