@@ -92,6 +92,19 @@ struct Escena : MundoTablas {
         }
         return hallado;
     }
+
+    // The keys made anew agree with the records, whatever the death left.
+    void exigirRemedio(Tablas& t) {
+        t.CerrarTodo();
+        memoria.borrar(datos("EXTRA07.QZC"));
+        EXPECT_TRUE(abrir(t, tabla, "EXTRA"));
+        for (std::int32_t r = 1; r <= t.cuantosRegistros(tabla); ++r) {
+            const Hallado hallado = mirar(t, r);
+            const bool vivo = hallado.registro == EstadoRegistro::vivo;
+            EXPECT_EQ(hallado.claves, vivo ? 3U : 0U) << r;
+            EXPECT_TRUE(!vivo || t.orden("S\\1\\2" + t.textoClave(tabla, 1)) == 0) << r;
+        }
+    }
 };
 
 using Jueces = std::map<Hallado, const char*>;
@@ -129,6 +142,7 @@ std::map<std::string, int> matar(std::int32_t registro, const std::function<void
             EXPECT_GE(t.gRegistro, 4);
             EXPECT_EQ(t.LeerRegistro(tabla, t.gRegistro), EstadoRegistro::vivo);
             EXPECT_TRUE(escena.vistas.cajas.empty()) << escena.vistas.textos();
+            escena.exigirRemedio(t);
             if (testing::Test::HasFailure()) return cuentas;
         }
     }
