@@ -51,12 +51,16 @@ bool grupoPosible(const unsigned char* grupo, const std::array<Elegido, elegidos
     const unsigned char* a = grupo + letras[0].lugar;
     const unsigned char* b = grupo + letras[1].lugar;
     const unsigned char* c = grupo + letras[2].lugar;
-    unsigned char alguno = 0;
+    const unsigned char x = letras[0].letra;
+    const unsigned char y = letras[1].letra;
+    const unsigned char z = letras[2].letra;
+    // Nothing is left where all three fit.
+    unsigned char menorResto = 255;
     for (std::size_t i = 0; i < lugaresPorGrupo; ++i) {
-        const bool encaja = (a[i] == letras[0].letra) & (b[i] == letras[1].letra) & (c[i] == letras[2].letra);
-        alguno = static_cast<unsigned char>(alguno | static_cast<unsigned char>(encaja));
+        const auto resto = static_cast<unsigned char>((a[i] ^ x) | (b[i] ^ y) | (c[i] ^ z));
+        menorResto = std::min(menorResto, resto);
     }
-    return alguno != 0;
+    return menorResto == 0;
 }
 
 }  // namespace
