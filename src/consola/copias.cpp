@@ -120,9 +120,7 @@ int ejecutar(const Opciones& opciones) {
                                                                  : informe.codigo;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int correr(int argc, char** argv) {
     Opciones opciones;
     CLI::App app("El gestor de copias en la línea de órdenes.", "tarvoline-copias");
     app.footer(codigos);
@@ -134,10 +132,16 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? consola::salida::bien : consola::salida::uso;
     }
+    leerClave(opciones);
+    completarRutas(opciones);
+    return ejecutar(opciones);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
     try {
-        leerClave(opciones);
-        completarRutas(opciones);
-        return ejecutar(opciones);
+        return correr(argc, argv);
     } catch (const core::FinDePrograma& fin) {
         return fin.codigo;
     } catch (const std::exception& error) {

@@ -40,10 +40,12 @@ ValorAjuste Ajustes::LeerRegistro(std::string_view clave, std::string_view secci
         valor = maquina_->leer(lugar);
     }
     if (!valor || valor->empty() || *valor == sinValor) {
-        return ValorAjuste(std::string(defecto));
+        ValorAjuste deDefecto(std::string{defecto});
+        return deDefecto;
     }
     if (*valor == verdadero || *valor == falso) {
-        return ValorAjuste(*valor == verdadero);
+        ValorAjuste logico(*valor == verdadero);
+        return logico;
     }
     return ValorAjuste(std::move(*valor));
 }

@@ -88,7 +88,8 @@ EstadoRegistro Tablas::LeerCabeceraRegistro(int tabla, std::int32_t registro) {
     const DefinicionTabla& def = *ranura.definicion;
     const int ultimo = std::min(camposCabecera, def.gNumeroCampos);
     Rango rango = rangoDe(tabla, registro);
-    rango.longitud = static_cast<std::uint64_t>(def.campo(ultimo).desplazamiento + def.campo(ultimo).bytes);
+    const int longitud = def.campo(ultimo).desplazamiento + def.campo(ultimo).bytes;
+    rango.longitud = static_cast<std::uint64_t>(longitud);
     bytes_.assign(rango.longitud, '\0');
     std::size_t leidos = 0;
     for (int fallos = 1;; ++fallos) {
