@@ -119,8 +119,8 @@ void Tablas::ClavesTabla(int tabla, std::int16_t& codigo, std::string& texto) {
 void Tablas::reclavarDeCampo(int tabla, int campo, std::string_view texto) {
     const std::size_t barra = texto.find('\\');
     if (barra == std::string_view::npos || campo > definicion(tabla).gNumeroCampos) return;
-    const std::string registro(
-        texto.substr(std::min<std::size_t>(1, barra), barra - std::min<std::size_t>(1, barra)));
+    const std::size_t trasBlanco = std::min<std::size_t>(1, barra);
+    const std::string registro(texto.substr(trasBlanco, barra - trasBlanco));
     LeerRegistro(tabla, core::ValEntero(registro));
     std::vector<std::string> nuevos = ranura(tabla).gCampos;
     ajustarCampo(campoDe(tabla, campo), texto.substr(barra + 1), nuevos[indice(campo)]);
@@ -148,8 +148,10 @@ void Tablas::reclavar(int tabla, std::string_view registro, const std::vector<st
     const std::string separador = deForma ? "\\ " : "\\";
     for (int clave = 1; clave <= def.numeroClaves; ++clave) {
         if (mismaClave(def, clave, campos, nuevos)) continue;
-        gComando = "R" + separador + std::to_string(clave) + separador + std::string(registro) + separador +
-                   std::to_string(tabla) + textoClave(tabla, clave) + "\\";
+        gComando.assign("R").append(separador).append(std::to_string(clave));
+        gComando.append(separador).append(registro);
+        gComando.append(separador).append(std::to_string(tabla));
+        gComando.append(textoClave(tabla, clave)).append("\\");
         anadirClave(def, clave, nuevos, gComando);
         LlamarIndexados();
         if (gEstado == motor::estado::bien) continue;
