@@ -40,12 +40,10 @@ ValorAjuste Ajustes::LeerRegistro(std::string_view clave, std::string_view secci
         valor = maquina_->leer(lugar);
     }
     if (!valor || valor->empty() || *valor == sinValor) {
-        ValorAjuste deDefecto(std::string{defecto});
-        return deDefecto;
+        return ValorAjuste(std::string(defecto));
     }
     if (*valor == verdadero || *valor == falso) {
-        ValorAjuste logico(*valor == verdadero);
-        return logico;
+        return ValorAjuste(*valor == verdadero);
     }
     return ValorAjuste(std::move(*valor));
 }
