@@ -121,7 +121,7 @@ std::string Carpetas::CarpetaTemporal(std::string_view resto) const {
 }
 
 std::string Carpetas::carpetaTransferencia() const {
-    const std::string carpeta =
+    std::string carpeta =
         CarpetaTemporal(std::string(1, platform::separador) + "Tarvoline" + platform::separador);
     crearCarpeta(archivos_, carpeta, soloDuenio);
     return carpeta;
@@ -175,7 +175,7 @@ std::string Carpetas::rutaPrograma() const {
 }
 
 std::string Carpetas::DirectorioPrograma() const {
-    if (const std::string carpeta = ajustes_.leerCarpeta("Directory"); !carpeta.empty()) {
+    if (std::string carpeta = ajustes_.leerCarpeta("Directory"); !carpeta.empty()) {
         return carpeta;
     }
     const char s = platform::separador;

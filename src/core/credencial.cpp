@@ -1,5 +1,6 @@
 #include "core/credencial.h"
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <random>
@@ -68,10 +69,8 @@ FuenteAleatoria fuenteAleatoria() {
 }
 
 std::vector<int> BytesAleatorios(int cuantos, const FuenteAleatoria& fuente) {
-    std::vector<int> valores;
-    for (int i = 0; i < cuantos; ++i) {
-        valores.push_back(fuente());
-    }
+    std::vector<int> valores(static_cast<std::size_t>(std::max(cuantos, 0)));
+    std::generate(valores.begin(), valores.end(), [&] { return fuente(); });
     return valores;
 }
 
