@@ -11,7 +11,8 @@ namespace {
 
 // One entry of the file, and the places in it.
 constexpr std::size_t bytesEntrada = 33;
-constexpr std::size_t bytesDeCampos = 4000;  // field entries count within these alone
+constexpr std::size_t bytesDeCampos = 4000;  // other programs look for fields within these alone
+static_assert(bytesEntrada * (maxCamposTabla + 1) <= bytesDeCampos);
 constexpr std::size_t lugarAncho = 4, lugarTipo = 6, lugarNombre = 8, lugarPosicion = 31;
 constexpr std::size_t anchoNombre = 23;
 constexpr int claveCero = 250;  // "I0"
@@ -60,7 +61,7 @@ int leerCuenta(std::string_view bytes) {
         throw ErrorDefinicion("the definition has " + std::to_string(cuenta) + " fields; " +
                               std::to_string(maxCamposTabla) + " is the most");
     }
-    if (std::min(bytes.size(), bytesDeCampos) < bytesEntrada * (static_cast<std::size_t>(cuenta) + 1)) {
+    if (bytes.size() < bytesEntrada * (static_cast<std::size_t>(cuenta) + 1)) {
         throw ErrorDefinicion("the definition ends before its last field");
     }
     return cuenta;

@@ -73,10 +73,10 @@ class ErrorDefinicion : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// The parts of a definition in `bytes` (a whole file). Field entries count within the first 4000 bytes alone.
-// Throws ErrorDefinicion: no field, more fields than maxCamposTabla or than the bytes hold, more than
-// maxSegmentos in a key, a key that is none, a segment without a field or without length. A segment may reach
-// beyond its field's text: what is not there counts for nothing.
+// The parts of a definition in `bytes` (a whole file). Throws ErrorDefinicion: no field, more fields than
+// maxCamposTabla or than the bytes hold, more than maxSegmentos in a key, a key that is none, a segment
+// without a field or without length. A segment may reach beyond its field's text: what is not there counts
+// for nothing.
 DefinicionTabla interpretarDefinicion(std::string_view bytes);
 // The file of a definition. `interpretarDefinicion` gives the same back.
 std::string componerDefinicion(const DefinicionTabla& definicion);
