@@ -43,8 +43,7 @@ void ValoresEmpresa::PUT_TOTAL(std::string_view nombre, std::string_view valor, 
 
 std::string ValoresEmpresa::EmpresaAñoAnterior() {
     sesion_.entrar();
-    const auto nombre =
-        core::Recortar(data::SeccionTextos(sesion_.contexto.datos()).GET_TOTAL("Empresa Anterior"));
+    auto nombre = core::Recortar(data::SeccionTextos(sesion_.contexto.datos()).GET_TOTAL("Empresa Anterior"));
     if (nombre.empty() || core::contieneSeparador(nombre)) return nombre;
     return sesion_.empresa.gDirectorioEmpresa + nombre;
 }

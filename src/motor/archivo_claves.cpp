@@ -95,8 +95,9 @@ ArchivoClaves::Apertura ArchivoClaves::desde(std::unique_ptr<platform::Archivo> 
     if (!cabecera) return {estadoSinCabecera(*archivo), nullptr};
     const auto danno = leerEntero<std::uint64_t>(cabezas.data() + posicionDanno - lugarCabezas);
     if (danno == cabecera->archivo) return {estado_archivo::dannado, nullptr};
-    return {estado_archivo::bien,
-            std::unique_ptr<ArchivoClaves>(new ArchivoClaves(std::move(archivo), *cabecera))};
+    Apertura abierto{estado_archivo::bien, nullptr};
+    abierto.archivo.reset(new ArchivoClaves(std::move(archivo), *cabecera));
+    return abierto;
 }
 
 std::optional<std::uint32_t> ArchivoClaves::contadorDe(platform::Archivo& archivo) {

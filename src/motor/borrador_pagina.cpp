@@ -24,7 +24,7 @@ void BorradorPagina::cargar(const Pagina& pagina) {
 }
 
 void BorradorPagina::descargar(Pagina& pagina) const {
-    const Sello sello = leerEntero<Sello>(pagina.datos.data() + 8);
+    const auto sello = leerEntero<Sello>(pagina.datos.data() + 8);
     std::memcpy(pagina.datos.data(), datos_.data(), vista().usados());
     ponerEntero(pagina.datos.data() + 8, sello);
 }
@@ -48,16 +48,16 @@ void BorradorPagina::reemplazar(unsigned desde, unsigned quita, const Octeto* po
     const unsigned bloques = vista().bloques();
     Octeto* const tabla = datos_.data() + vista().finEntradas();
     for (unsigned i = bloque + 1; i < bloques; ++i) {
-        const unsigned antes = leerEntero<std::uint16_t>(tabla + 2 * i);
-        ponerEntero(tabla + 2 * i, static_cast<std::uint16_t>(antes + bytes - quita));
+        const unsigned antes = leerEntero<std::uint16_t>(tabla + bytesBloque * i);
+        ponerEntero(tabla + bytesBloque * i, static_cast<std::uint16_t>(antes + bytes - quita));
     }
 }
 
 void BorradorPagina::insertarBloque(unsigned bloque, unsigned posicion) {
     const unsigned usados = vista().usados();
     const unsigned bloques = vista().bloques();
-    Octeto* const sitio = datos_.data() + vista().finEntradas() + 2 * bloque;
-    std::memmove(sitio + 2, sitio, 2 * (bloques - bloque));
+    Octeto* const sitio = datos_.data() + vista().finEntradas() + bytesBloque * bloque;
+    std::memmove(sitio + 2, sitio, bytesBloque * (bloques - bloque));
     ponerEntero(sitio, static_cast<std::uint16_t>(posicion));
     ponerUsados(usados + 2);
     ponerEntero(datos_.data() + 18, static_cast<std::uint16_t>(bloques + 1));
@@ -66,8 +66,8 @@ void BorradorPagina::insertarBloque(unsigned bloque, unsigned posicion) {
 void BorradorPagina::quitarBloque(unsigned bloque) {
     const unsigned usados = vista().usados();
     const unsigned bloques = vista().bloques();
-    Octeto* const sitio = datos_.data() + vista().finEntradas() + 2 * bloque;
-    std::memmove(sitio, sitio + 2, 2 * (bloques - bloque - 1));
+    Octeto* const sitio = datos_.data() + vista().finEntradas() + bytesBloque * bloque;
+    std::memmove(sitio, sitio + 2, bytesBloque * (bloques - bloque - 1));
     ponerUsados(usados - 2);
     ponerEntero(datos_.data() + 18, static_cast<std::uint16_t>(bloques - 1));
 }
@@ -145,7 +145,7 @@ void BorradorPagina::quitar(const Lugar& lugar) {
     trozo[0] = static_cast<Octeto>(comun);
     trozo[1] = static_cast<Octeto>(fin - comun);
     std::memcpy(trozo.data() + 2, clave.texto.data() + comun, fin - comun);
-    const unsigned hasta = static_cast<unsigned>(detras.resto + detras.largo - datos_.data());
+    const auto hasta = static_cast<unsigned>(detras.resto + detras.largo - datos_.data());
     reemplazar(lugar.posicion, hasta - lugar.posicion, trozo.data(), 2 + fin - comun, lugar.bloque);
     sumarEntradas(-1);
 }
@@ -202,7 +202,7 @@ void BorradorPagina::partirBloque(unsigned bloque) {
     trozo[0] = 0;
     trozo[1] = static_cast<Octeto>(largo);
     std::memcpy(trozo.data() + 2, clave.texto.data(), largo);
-    const unsigned hasta = static_cast<unsigned>(entrada.resto + entrada.largo - datos_.data());
+    const auto hasta = static_cast<unsigned>(entrada.resto + entrada.largo - datos_.data());
     reemplazar(medio, hasta - medio, trozo.data(), 2 + largo, bloque);
     insertarBloque(bloque + 1, medio);
 }

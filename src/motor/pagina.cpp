@@ -13,8 +13,8 @@ bool VistaPagina::encabezadoSano() const {
            (bloques() == 0) == (entradas() == 0);
 }
 
-// Below 0 when the entry lies before what is sought. In `iguales` characters both are known to agree, and the entry
-// shares no more than that with the one before it; it grows with what the entry adds.
+// Below 0 when the entry lies before what is sought. In `iguales` characters both are known to agree, and the
+// entry shares no more than that with the one before it; it grows with what the entry adds.
 int VistaPagina::comparar(const Entrada& entrada, const Clave& buscada, Cota cota, unsigned& iguales) const {
     const Octeto* buscado = buscada.texto.data();
     unsigned i = iguales;

@@ -27,6 +27,7 @@
 namespace tarvoline::motor {
 
 inline constexpr std::size_t bytesEncabezado = 20;
+inline constexpr std::size_t bytesBloque = 2;  // of the table of restart points
 inline constexpr std::uint8_t nivelLibres = 255;
 inline constexpr std::size_t bytesHijo = 12;
 // An entry of the greatest size, header and child included; what is read at a page's last byte ends within.
@@ -113,7 +114,7 @@ class VistaPagina {
 };
 
 inline unsigned VistaPagina::inicioDe(unsigned bloque) const {
-    const unsigned sitio = leerEntero<std::uint16_t>(p_ + finEntradas() + 2 * bloque);
+    const unsigned sitio = leerEntero<std::uint16_t>(p_ + finEntradas() + bytesBloque * bloque);
     return std::clamp(sitio, static_cast<unsigned>(bytesEncabezado), finEntradas());
 }
 
