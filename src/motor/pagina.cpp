@@ -9,7 +9,7 @@ std::uint32_t sumaDePagina(const Octeto* pagina, std::uint32_t numero, std::uint
 
 bool VistaPagina::encabezadoSano() const {
     const unsigned u = usados();
-    return u >= bytesEncabezado && u <= bytesPagina && 2 * bloques() <= u - bytesEncabezado &&
+    return u >= bytesEncabezado && u <= bytesPagina && bytesBloque * bloques() <= u - bytesEncabezado &&
            (bloques() == 0) == (entradas() == 0);
 }
 
