@@ -1,0 +1,24 @@
+# The data files of the program directory, compiled from readable sources: definitions of the tables.
+
+# compilar_datos(<file> COMMAND ... DEPENDS ...): a file of the program directory, installed with it.
+set(archivos_datos)
+function(compilar_datos destino)
+  cmake_parse_arguments(A "" "" "COMMAND;DEPENDS" ${ARGN})
+  set(salida "${TARVOLINE_PROGRAMA}/${destino}")
+  add_custom_command(OUTPUT "${salida}" COMMAND ${A_COMMAND} "${salida}" DEPENDS ${A_DEPENDS}
+    COMMENT "${destino}" VERBATIM)
+  set(archivos_datos ${archivos_datos} "${salida}" PARENT_SCOPE)
+endfunction()
+
+set(tablas "${CMAKE_CURRENT_SOURCE_DIR}/tablas")
+set(fuentes_comunes "${tablas}/planc.tabla" "${tablas}/extra.tabla")  # others take their fields
+foreach(tabla planc extra datos iva01 efect presu costo plana anali inmo3 guid1 datgl)
+  string(TOUPPER "${tabla}.qza" destino)
+  compilar_datos("${destino}"
+    COMMAND qztabla definir "${tablas}/${tabla}.tabla"
+    DEPENDS qztabla "${tablas}/${tabla}.tabla" ${fuentes_comunes})
+endforeach()
+
+add_custom_target(tarvoline_datos DEPENDS ${archivos_datos})
+add_dependencies(tarvoline_share tarvoline_datos)
+install(FILES ${archivos_datos} DESTINATION "${CMAKE_INSTALL_DATADIR}/tarvoline")

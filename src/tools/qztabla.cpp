@@ -1,0 +1,35 @@
+// qztabla: the tables of a company by hand.
+#include "qztabla.h"
+
+#include <iostream>
+
+namespace {
+
+namespace salida {
+constexpr int hecho = 0;
+constexpr int fallo = 1;
+constexpr int ordenMala = 2;
+}  // namespace salida
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    using namespace tarvoline;
+    CLI::App programa("Tablas de una empresa, a mano", "qztabla");
+    programa.footer("Salida: 0 hecho, 1 fallo, 2 argumentos malos.");
+    programa.require_subcommand(1);
+    tools::TareaTabla tarea;
+    tools::anadirDefinir(programa, tarea);
+    try {
+        programa.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return programa.exit(error) == 0 ? salida::hecho : salida::ordenMala;
+    }
+    try {
+        return tarea();
+    } catch (const std::exception& error) {
+        std::cout.flush();
+        std::cerr << "qztabla: " << error.what() << '\n';
+        return salida::fallo;
+    }
+}

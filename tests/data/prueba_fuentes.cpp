@@ -1,0 +1,114 @@
+// Readable sources: what they give, and that a mistake is refused with its place.
+#include <gtest/gtest.h>
+
+#include "data/fuente_definicion.h"
+
+namespace tarvoline::pruebas {
+namespace {
+
+using namespace data;
+
+const std::string otraFuente = "titulo OTRA\ncampo 4 texto 8 CODIGO\ncampo 2 doble VALOR\nclave 1 4(1,8)\n";
+
+DefinicionTabla leida(const std::string& fuente) {
+    return leerFuenteDefinicion("f.tabla", fuente, [](std::string_view archivo) -> std::string {
+        if (archivo != "otra.tabla") throw std::runtime_error("no such file");
+        return otraFuente;
+    });
+}
+
+TEST(FuenteDefinicion, DaLaDefinicion) {
+    const auto definicion = leida(
+        "# comment\r\n\n titulo  AÑO FISCAL \r\ncampo 1 fecha DÍA\ncampo 12\ttexto 500  LARGO Y ANCHO\n"
+        "campo 100 simple S\ncampo 7 entero16 A\ncampo 8 entero32 B\ncampo 9 doble C\n"
+        "clave 1 12(499,2) 1(1,6)\nclave 2 1(3,4)");
+    EXPECT_EQ(definicion.titulo, "AÑO FISCAL");
+    EXPECT_EQ(definicion.gNumeroCampos, 6);
+    EXPECT_EQ(definicion.gLongitudRegistro, 6 + 500 + 4 + 2 + 4 + 8);
+    EXPECT_EQ(definicion.campo(1).nombre, "DÍA");
+    EXPECT_EQ(definicion.campo(2).nombre, "LARGO Y ANCHO");
+    EXPECT_EQ(definicion.campoDePosicion(100), 3);
+    EXPECT_EQ(definicion.claves[1], (std::vector<SegmentoClave>{{2, 499, 2}, {1, 1, 6}}));
+    EXPECT_EQ(definicion.claves[2], (std::vector<SegmentoClave>{{1, 3, 4}}));
+    EXPECT_EQ(componerDefinicion(definicion).substr(0, 33), "06      A\xd1O FISCAL               ");
+}
+
+TEST(FuenteDefinicion, TomaCamposDeOtra) {
+    const auto definicion =
+        leida("titulo ESTA\ncampos de otra.tabla\ncampo 3 fecha DIA\nclave 1 3(1,6) 4(1,2)\n");
+    EXPECT_EQ(definicion.titulo, "ESTA");
+    EXPECT_EQ(definicion.gNumeroCampos, 3);
+    EXPECT_EQ(definicion.campo(1).nombre, "CODIGO");
+    EXPECT_EQ(definicion.numeroClaves, 1);  // its own keys
+    EXPECT_EQ(definicion.claves[1], (std::vector<SegmentoClave>{{3, 1, 6}, {1, 1, 2}}));
+}
+
+TEST(FuenteDefinicion, RechazaDiciendoDonde) {
+    std::string noventaYOcho;
+    for (int i = 10; i < 108; ++i) {
+        noventaYOcho += "campo " + std::to_string(i) + " fecha F" + std::to_string(i) + "\n";
+    }
+    const struct {
+        std::string fuente;
+        const char* error;
+    } casos[] = {
+        {"", "f.tabla: titulo is missing"},
+        {"titulo X", "f.tabla: there is no field"},
+        {"campo 1 fecha A", "f.tabla: titulo is missing"},
+        {"\ntitulo", "f.tabla:2: titulo is missing"},
+        {"titulo A\ntitulo B", "f.tabla:2: a second titulo"},
+        {"titulo 123456789012345678901234", "f.tabla:1: titulo has more than 23 characters"},
+        {"titulo Ω", "f.tabla:1: titulo has a character without a place in Windows-1252"},
+        {"nombre X", "f.tabla:1: \"nombre\" is none of titulo, campo, campos, clave"},
+        {"campo 0 fecha A", "f.tabla:1: the position must be a number from 1 to 789, not \"0\""},
+        {"campo 1x fecha A", "f.tabla:1: the position must be a number from 1 to 789, not \"1x\""},
+        {"campo 790 fecha A", "f.tabla:1: the position must be a number from 1 to 789, not \"790\""},
+        {"campo 1 entero A", "f.tabla:1: \"entero\" is no kind of field"},
+        {"campo 1 texto A", "f.tabla:1: the width must be a number from 1 to 789, not \"A\""},
+        {"campo 1 fecha", "f.tabla:1: the title is missing"},
+        {"campo 1 fecha A\ncampo 2 fecha a", "f.tabla:2: the title a is given twice"},
+        {"campo 1 fecha A\ncampo 1 fecha B", "f.tabla:2: position 1 is given twice"},
+        {noventaYOcho + "campo 1 fecha A", "f.tabla:99: more than 98 fields"},
+        {"campo 1 fecha A\ncampos de otra.tabla", "f.tabla:2: campos de stands before every other field"},
+        {"campos otra.tabla", "f.tabla:1: not of the form campos de FILE"},
+        {"campo 1 fecha A\nclave 2 1(1,6)", "f.tabla:2: key 1 is expected here"},
+        {"campo 1 fecha A\nclave 1", "f.tabla:2: a key without segments"},
+        {"campo 1 fecha A\nclave 1 1(1,1) 1(1,1) 1(1,1) 1(1,1) 1(1,1) 1(1,1)",
+         "f.tabla:2: more than 5 segments"},
+        {"campo 1 fecha A\nclave 1 2(1,6)", "f.tabla:2: no field stands at position 2"},
+        {"campo 1 fecha A\nclave 1 1(1,7)",
+         "f.tabla:2: the number of characters must be a number from 1 to 6, not \"7\""},
+        {"campo 1 fecha A\nclave 1 1(7,1)",
+         "f.tabla:2: the first character must be a number from 1 to 6, not \"7\""},
+        {"campo 1 fecha A\nclave 1 1(2,6)",
+         "f.tabla:2: the number of characters must be a number from 1 to 5, not \"6\""},
+        {"campo 1 fecha A\nclave 1 1", "f.tabla:2: \"1\" is not of the form position(first,characters)"},
+        {"campo 1 fecha A\nclave 1 1,2(",
+         "f.tabla:2: \"1,2(\" is not of the form position(first,characters)"},
+        {"campo 1 fecha A\nclave 1 1(1,6",
+         "f.tabla:2: \"1(1,6\" is not of the form position(first,characters)"},
+        {"campo 1 doble A\nclave 1 1(1,6)", "f.tabla:2: A is a number: its text varies in length"},
+        {"campo 1 texto 256 A\nclave 1 1(1,256)", "f.tabla:2: a key of more than 255 characters"},
+    };
+    for (const auto& caso : casos) {
+        try {
+            leida(caso.fuente);
+            ADD_FAILURE() << "accepted: " << caso.fuente;
+        } catch (const ErrorFuente& error) {
+            EXPECT_STREQ(error.what(), caso.error);
+        }
+    }
+}
+
+TEST(FuenteDefinicion, UnaFuenteTomadaNoTomaDeOtra) {
+    try {
+        leerFuenteDefinicion("f.tabla", "titulo F\ncampos de f.tabla\n",
+                             [](std::string_view) { return std::string("titulo G\ncampos de f.tabla\n"); });
+        ADD_FAILURE() << "accepted";
+    } catch (const ErrorFuente& error) {
+        EXPECT_STREQ(error.what(), "f.tabla:2: f.tabla takes its own fields from another source");
+    }
+}
+
+}  // namespace
+}  // namespace tarvoline::pruebas
