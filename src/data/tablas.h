@@ -120,6 +120,9 @@ class Tablas {
     // All fields into gCampos; what lies behind the end of the file reads as zero bytes. A record below 1
     // does nothing (and is `sinEscribir`). Walks and scans pass over records that are not `vivo`.
     EstadoRegistro LeerRegistro(int tabla, std::int32_t registro);
+    // Whole records from `desde` on as they are on disk, for scans: as many as `bytes` has room for. `bytes` is
+    // cut to those that the file has; gCampos stays.
+    void leerRegistros(int tabla, std::int32_t desde, std::string& bytes);
     // Fields 1 to 3 alone, as raw text: the cheap look before a reject; valid only where these are texts or
     // dates. The tries used up: gives up after one box, the fields stay, and the answer is `sinEscribir`.
     EstadoRegistro LeerCabeceraRegistro(int tabla, std::int32_t registro);

@@ -82,6 +82,15 @@ EstadoRegistro Tablas::LeerRegistro(int tabla, std::int32_t registro) {
     return hay;
 }
 
+void Tablas::leerRegistros(int tabla, std::int32_t desde, std::string& bytes) {
+    Ranura& ranura = abiertaOError(tabla);
+    const platform::Rango rango{rangoDe(tabla, desde).desde, bytes.size()};
+    std::size_t leidos = 0;
+    insistir(*ranura.archivo, rango, TipoBloqueo::compartido,
+             [&] { leidos = ranura.archivo->leer(rango.desde, std::as_writable_bytes(std::span(bytes))); });
+    bytes.resize(leidos - leidos % static_cast<std::size_t>(ranura.definicion->gLongitudRegistro));
+}
+
 EstadoRegistro Tablas::LeerCabeceraRegistro(int tabla, std::int32_t registro) {
     if (registro < 1) return EstadoRegistro::sinEscribir;
     Ranura& ranura = abiertaOError(tabla);
