@@ -173,9 +173,7 @@ int ejecutar(const Orden& orden) {
     return codigo;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int correr(int argc, char** argv) {
     CLI::App programa("Ajustes de Tarvoline y de los programas contables", "tarvoline-ajustes");
     programa.footer(codigos);
     programa.require_subcommand(1);
@@ -186,10 +184,16 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return programa.exit(error) == 0 ? salida::hecho : salida::ordenMala;
     }
+    const int codigo = ejecutar(orden);
+    std::cout.flush();
+    return std::cout ? codigo : salida::sinAjustes;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
     try {
-        const int codigo = ejecutar(orden);
-        std::cout.flush();
-        return std::cout ? codigo : salida::sinAjustes;
+        return correr(argc, argv);
     } catch (const std::exception& error) {
         std::cerr << "tarvoline-ajustes: " << error.what() << '\n';
         return salida::sinAjustes;

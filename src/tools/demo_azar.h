@@ -16,7 +16,7 @@ class Azar {
     explicit Azar(std::uint64_t semilla) : motor_(semilla) {}
 
     int entre(int desde, int hasta) {
-        const auto cuantos = static_cast<std::uint64_t>(hasta - desde + 1);
+        const auto cuantos = static_cast<std::uint64_t>(hasta - desde) + 1;
         return desde + static_cast<int>(motor_() % cuantos);
     }
     bool unaDeCada(int veces) { return entre(1, veces) == 1; }

@@ -150,9 +150,7 @@ void declararOpciones(CLI::App& programa, Encargo& encargo) {
         ->capture_default_str();
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int correr(int argc, char** argv) {
     CLI::App programa("Crea en disco una empresa de demostración");
     Encargo encargo;
     declararOpciones(programa, encargo);
@@ -162,9 +160,15 @@ int main(int argc, char** argv) {
         const auto carpeta = core::SepararRuta(core::conSeparadorFinal(encargo.carpeta)).directorio;
         encargo.adjuntos = carpeta.substr(0, carpeta.size() - 1) + " - Documentación";
     }
+    ejecutar(encargo);
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
     try {
-        ejecutar(encargo);
-        return 0;
+        return correr(argc, argv);
     } catch (const std::exception& error) {
         std::cerr << "tarvoline-demo: " << error.what() << '\n';
         return 1;

@@ -52,9 +52,7 @@ int atender(bool sincronizar) {
     return std::cout ? salida::hecho : salida::fallo;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int correr(int argc, char** argv) {
     CLI::App programa("Motor de archivos de claves, a mano: una orden por línea en la entrada", "qzmotor");
     programa.footer(ayuda);
     bool sincronizar = false;
@@ -65,8 +63,14 @@ int main(int argc, char** argv) {
         return programa.exit(error) == 0 ? salida::hecho : salida::ordenMala;
     }
     std::ios::sync_with_stdio(false);
+    return atender(sincronizar);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
     try {
-        return atender(sincronizar);
+        return correr(argc, argv);
     } catch (const std::exception& error) {
         std::cout.flush();
         std::cerr << "qzmotor: " << error.what() << '\n';
