@@ -12,6 +12,7 @@
 
 #include "core/ajustes.h"
 #include "core/carpetas.h"
+#include "data/monedas.h"
 #include "data/tablas.h"
 #include "platform/arbol_ajustes.h"
 #include "platform/reloj.h"
@@ -88,6 +89,8 @@ class Empresa {
     Empresa() {
         for (const char* nombre : nombresTablas)
             std::ofstream(carpeta_ + "/" + nombre + ".QZA", std::ios::binary) << definicion();
+        std::ofstream(carpeta_ + "/Moneda.QZF", std::ios::binary)
+            << data::componerMoneda({2, "EURO", "EUR", "", 0, 1, 2});
         capa.enVigor.gDirectorioEmpresa = carpeta_ + "/";
         capa.enVigor.gEmpresaActual = "07";
         capa.gMultiusuario = true;
@@ -110,7 +113,8 @@ class Empresa {
         platform::crearArbolAjustes(*archivos_, carpeta_ + "/ajustes.ini");
     core::Ajustes ajustes_{*arbol_};
     // The settings name the folder of the definitions before anybody asks for it.
-    const bool preparado_ = (ajustes_.GrabarRegistro("Directory", carpeta_), true);
+    const bool preparado_ =
+        (ajustes_.GrabarRegistro("Directory", carpeta_), ajustes_.GrabarRegistro("CON_DIR", carpeta_), true);
     core::Carpetas carpetas_{*archivos_, ajustes_, carpeta_};
     std::unique_ptr<platform::Reloj> reloj_ = platform::crearReloj();
 

@@ -35,6 +35,16 @@ struct EmpresaEnVigor {
     bool abierta() const { return !gEmpresaActual.empty(); }
 };
 
+inline constexpr std::size_t numeroMonedas = 10;
+
+// What is worked with of the currency table of the company in force, row by row from 0 (data/monedas.h).
+struct MonedasEnVigor {
+    bool cargadas = false;
+    double CambioMonedaBase = 0;  // of the second currency (row 1) to the base currency
+    std::array<int, numeroMonedas> DecimalesMonedas{};
+    std::array<std::string, numeroMonedas> AbreviaturasMonedas{};
+};
+
 // Tries on a file that is held or fails, and the longest wait of one of them for a held range.
 struct Reintentos {
     int intentos = 1000;
@@ -52,7 +62,8 @@ struct CapaDatos {
     // Other programs may be at the same company: switches byte-range locks on. Raised when the first company
     // is opened, never lowered.
     bool gMultiusuario = false;
-    // Decimals that Redondear takes when it is given none: those of the currency in force.
+    MonedasEnVigor monedas{};
+    // Decimals of money as long as no currency table is loaded.
     int gDecimalesMoneda = 2;
     Reintentos reintentosEmpresa{};
     Reintentos reintentosTablas{500, std::chrono::milliseconds(10)};

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/texto.h"
+#include "data/texto_fijo.h"
 #include "data/utilidades.h"
 
 namespace tarvoline::data {
@@ -127,12 +128,6 @@ void leerClaves(std::string_view bytes, DefinicionTabla& definicion) {
     }
 }
 
-std::string ajustado(std::string_view utf8, std::size_t ancho) {
-    auto bytes = core::aAnsi(utf8).bytes();
-    bytes.resize(ancho, ' ');
-    return bytes;
-}
-
 }  // namespace
 
 int NumeroDeDosCaracteres(std::string_view texto) {
@@ -210,11 +205,11 @@ DefinicionTabla interpretarDefinicion(std::string_view bytes) {
 
 std::string componerDefinicion(const DefinicionTabla& definicion) {
     auto bytes = DosCaracteres(definicion.gNumeroCampos) + std::string(lugarNombre - 2, ' ') +
-                 ajustado(definicion.titulo, anchoNombre) + "  ";
+                 ponerTextoFijo(definicion.titulo, anchoNombre) + "  ";
     for (int i = 1; i <= definicion.gNumeroCampos; ++i) {
         const auto& campo = definicion.campo(i);
         bytes += std::string(sinUsar) + DosCaracteres(campo.ancho) + DosCaracteres(campo.tipo) +
-                 ajustado(campo.nombre, anchoNombre) + DosCaracteres(campo.posicion);
+                 ponerTextoFijo(campo.nombre, anchoNombre) + DosCaracteres(campo.posicion);
     }
     for (int clave = 1; clave <= definicion.numeroClaves; ++clave) {
         for (const auto& segmento : definicion.claves[static_cast<std::size_t>(clave)]) {

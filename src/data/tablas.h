@@ -86,7 +86,8 @@ class Tablas {
     // thrown; returns whether the table is open.
     bool AbrirTabla(int tabla, std::string_view nombre, int modo, std::string_view directorio,
                     std::string_view sufijo);
-    // The nine tables of a company with their keys. Empty arguments: the company in force.
+    // The nine tables of a company with their keys, then the currency table of the company in force
+    // (cargarMonedas). Empty arguments: the company in force.
     bool AbrirTablasEmpresa(std::string_view directorio = {}, std::string_view sufijo = {});
     // Closes every data file and sends "K". The definitions and gCampos stay. With the setting
     // "SincronizarAlCerrar" 1 both have reached the disk when it returns, the records before the keys.

@@ -4,6 +4,7 @@
 
 #include "core/carpetas.h"
 #include "core/texto.h"
+#include "data/monedas.h"
 #include "data/tablas.h"
 #include "data/utilidades.h"
 
@@ -79,6 +80,7 @@ bool Tablas::AbrirTablasEmpresa(std::string_view directorio, std::string_view su
     for (const TablaEmpresa& una : tablasDeEmpresa) {
         todas = AbrirTabla(una.tabla, una.nombre, 1, carpeta, numero) && todas;
     }
+    cargarMonedas(capa_);
     return todas;
 }
 

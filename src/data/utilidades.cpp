@@ -49,7 +49,8 @@ double Redondear(double valor, int decimales) {
 }
 
 double Redondear(const CapaDatos& capa, double valor) {
-    return Redondear(valor, capa.gDecimalesMoneda);
+    const auto& monedas = capa.monedas;
+    return Redondear(valor, monedas.cargadas ? monedas.DecimalesMonedas.front() : capa.gDecimalesMoneda);
 }
 
 std::string NombrePropio(std::string_view texto) {

@@ -14,7 +14,8 @@ namespace tarvoline::data {
 
 // Halves go away from zero.
 double Redondear(double valor, int decimales);
-double Redondear(const CapaDatos& capa, double valor);  // decimals of the currency in force
+// With the decimals of the base currency of the company in force.
+double Redondear(const CapaDatos& capa, double valor);
 
 // "LIBRO MAYOR" gives "Libro Mayor".
 std::string NombrePropio(std::string_view texto);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "apoyo/mundo_datos.h"
+#include "data/monedas.h"
 #include "data/tablas.h"
 
 namespace tarvoline::pruebas {
@@ -110,6 +111,8 @@ struct MundoTablas : MundoDatos {
         for (const char* tabla : tablasPrueba) {
             carpeta.escribir("programa/" + std::string(tabla) + ".QZA", definicionDe(tabla));
         }
+        carpeta.escribir("comunes/Moneda.QZF", data::componerMoneda({2, "EURO", "EUR", "", 0, 1, 2}));
+        ajustes.GrabarRegistro("CON_DIR", carpeta.ruta("comunes"));
         capa.enVigor.gDirectorioEmpresa = datos();
         capa.enVigor.gEmpresaActual = "07";
         capa.gMultiusuario = true;

@@ -214,6 +214,7 @@ TEST(Tablas, LasNueveDeUnaEmpresa) {
     for (const int n : {1, 2, 3, 4, 5, 6, 8, 9, 10})
         EXPECT_TRUE(t.abierta(n)) << n;
     EXPECT_FALSE(t.abierta(7));
+    EXPECT_EQ(m.capa.monedas.AbreviaturasMonedas[0], "EUR");
     EXPECT_EQ(t.ranura(6).gNombreTabla, "Presu");
     EXPECT_TRUE(m.carpeta.hay("datos/PRESU07.QZD"));
     EXPECT_FALSE(m.carpeta.hay("datos/PLANA07.QZD"));
