@@ -1,4 +1,5 @@
-# The data files of the program directory, compiled from readable sources: definitions of the tables.
+# The data files of the program directory, compiled from readable sources: definitions of the tables,
+# the charts of accounts that new companies may start with.
 
 # compilar_datos(<file> COMMAND ... DEPENDS ...): a file of the program directory, installed with it.
 set(archivos_datos)
@@ -17,6 +18,16 @@ foreach(tabla planc extra datos iva01 efect presu costo plana anali inmo3 guid1 
   compilar_datos("${destino}"
     COMMAND qztabla definir "${tablas}/${tabla}.tabla"
     DEPENDS qztabla "${tablas}/${tabla}.tabla" ${fuentes_comunes})
+endforeach()
+
+set(planes "${CMAKE_CURRENT_SOURCE_DIR}/planes")
+foreach(numero 00 01 02)
+  set(plan "${TARVOLINE_PROGRAMA}/PLANC${numero}.QZD" "${TARVOLINE_PROGRAMA}/PLANC${numero}.QZC")
+  add_custom_command(OUTPUT ${plan}
+    COMMAND qztabla plan "${planes}/planc${numero}.plan" "${TARVOLINE_PROGRAMA}/PLANC${numero}.QZD"
+    DEPENDS qztabla "${planes}/planc${numero}.plan" "${planes}/comun.plan" "${TARVOLINE_PROGRAMA}/PLANC.QZA"
+    COMMENT "PLANC${numero}.QZD" VERBATIM)
+  list(APPEND archivos_datos ${plan})
 endforeach()
 
 add_custom_target(tarvoline_datos DEPENDS ${archivos_datos})

@@ -12,7 +12,6 @@
 // characters). "campos de FILE" stands in place of fields and takes those of another source.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -20,9 +19,6 @@
 #include "data/fuente_lineas.h"
 
 namespace tarvoline::data {
-
-// Gives the content of a source that another one names. What it throws passes through.
-using LectorFuente = std::function<std::string(std::string_view archivo)>;
 
 // Throws ErrorFuente: a line of another form, a title or position given twice, keys that do not run from 1,
 // a segment without a field or beyond its characters, one of a number (whose text varies in length), a key

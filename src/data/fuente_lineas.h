@@ -2,6 +2,7 @@
 // or tabs, "#" before a comment line, and errors that name the file and the line.
 #pragma once
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -14,6 +15,9 @@ class ErrorFuente : public std::runtime_error {
   public:
     ErrorFuente(std::string_view archivo, int linea, const std::string& motivo);
 };
+
+// Gives the content of a source that another one names. What it throws passes through.
+using LectorFuente = std::function<std::string(std::string_view archivo)>;
 
 // One line of a source, taken apart from its left.
 class LineaFuente {

@@ -46,5 +46,35 @@ TEST_F(Qztabla, DefinirDiceDondeEstaElError) {
     EXPECT_NE(salida().find("definir"), std::string::npos);
 }
 
+TEST_F(Qztabla, Plan) {
+    carpeta.escribir("comun.plan", "5 Cuentas financieras\n57 Tesorería\n");
+    carpeta.escribir("mio.plan", "cuentas de comun.plan\n570 Caja\n");
+    carpeta.escribir("PLANC07.QZC", "older keys");
+    carpeta.escribir("PLANC07.nuevo.QZD", "of a run that was cut short");
+    ASSERT_EQ(correr("plan mio.plan PLANC07.QZD"), 0) << salida();
+    EXPECT_EQ(salida(), "");
+    const auto datos = carpeta.leer("PLANC07.QZD");
+    constexpr std::size_t registro = 564;
+    ASSERT_EQ(datos.size(), 3 * registro);
+    EXPECT_EQ(datos.substr(registro, 51),
+              "57        Tesorer\xed"
+              "a                               2");
+    EXPECT_EQ(carpeta.leer("PLANC07.QZC").substr(0, 8), "QZCLAVES");
+    EXPECT_FALSE(carpeta.hay("PLANC07.nuevo.QZD"));
+    EXPECT_FALSE(carpeta.hay("PLANC07.nuevo.QZC"));
+}
+
+TEST_F(Qztabla, UnPlanMaloDejaElQueHabia) {
+    carpeta.escribir("malo.plan", "5 Cuentas financieras\n570 Caja\n");
+    carpeta.escribir("PLANC07.QZD", "as it was");
+    EXPECT_EQ(correr("plan malo.plan PLANC07.QZD"), 1);
+    EXPECT_NE(salida().find("malo.plan:2: 570 lacks its parent 57"), std::string::npos) << salida();
+    EXPECT_EQ(carpeta.leer("PLANC07.QZD"), "as it was");
+    for (const auto* destino : {"PLANC07.QZC", "PLAN.QZD", "EXTRA07.QZD", "PLANC007.QZD"}) {
+        EXPECT_EQ(correr(std::string("plan malo.plan ") + destino), 1) << destino;
+        EXPECT_NE(salida().find("a plan is named PLANCnn.QZD"), std::string::npos) << salida();
+    }
+}
+
 }  // namespace
 }  // namespace tarvoline::pruebas
