@@ -10,6 +10,8 @@
 // own, so that postings to other accounts and periods go on beside it, the head by one on the whole company
 // file. None is ever passed over: when the tries are used up (Tablas, acceso_archivo.h) the operation throws
 // platform::ErrorArchivo permisoDenegado. What it had added until then stays added.
+//
+// An account that is missing is made under the lock of the company file, too: a caller must not hold it.
 #pragma once
 
 #include <array>
