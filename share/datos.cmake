@@ -1,5 +1,5 @@
 # The data files of the program directory, compiled from readable sources: definitions of the tables,
-# the charts of accounts that new companies may start with.
+# currencies, VAT rates, the charts of accounts that new companies may start with.
 
 # compilar_datos(<file> COMMAND ... DEPENDS ...): a file of the program directory, installed with it.
 set(archivos_datos)
@@ -19,6 +19,14 @@ foreach(tabla planc extra datos iva01 efect presu costo plana anali inmo3 guid1 
     COMMAND qztabla definir "${tablas}/${tabla}.tabla"
     DEPENDS qztabla "${tablas}/${tabla}.tabla" ${fuentes_comunes})
 endforeach()
+
+set(monedas "${CMAKE_CURRENT_SOURCE_DIR}/monedas")
+foreach(tabla Moneda Moneda1)
+  string(TOLOWER "${tabla}.monedas" fuente)
+  compilar_datos("${tabla}.QZF" COMMAND qztabla monedas "${monedas}/${fuente}" DEPENDS qztabla "${monedas}/${fuente}")
+endforeach()
+set(tipos "${CMAKE_CURRENT_SOURCE_DIR}/iva/iva03.tipos")
+compilar_datos(IVA03.QZF COMMAND qztabla iva "${tipos}" DEPENDS qztabla "${tipos}")
 
 set(planes "${CMAKE_CURRENT_SOURCE_DIR}/planes")
 foreach(numero 00 01 02)

@@ -20,6 +20,7 @@ int main(int argc, char** argv) {
     programa.require_subcommand(1);
     tools::TareaTabla tarea;
     tools::anadirDefinir(programa, tarea);
+    tools::anadirComunes(programa, tarea);
     tools::anadirPlan(programa, tarea);
     try {
         programa.parse(argc, argv);

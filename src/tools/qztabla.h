@@ -10,6 +10,7 @@ namespace tarvoline::tools {
 using TareaTabla = std::function<int()>;
 
 void anadirDefinir(CLI::App& programa, TareaTabla& tarea);
+void anadirComunes(CLI::App& programa, TareaTabla& tarea);
 void anadirPlan(CLI::App& programa, TareaTabla& tarea);
 
 }  // namespace tarvoline::tools

@@ -1,7 +1,10 @@
 // Readable sources: what they give, and that a mistake is refused with its place.
 #include <gtest/gtest.h>
 
+#include "data/fuente_comunes.h"
 #include "data/fuente_definicion.h"
+#include "data/monedas.h"
+#include "data/tipos_iva.h"
 
 namespace tarvoline::pruebas {
 namespace {
@@ -107,6 +110,67 @@ TEST(FuenteDefinicion, UnaFuenteTomadaNoTomaDeOtra) {
         ADD_FAILURE() << "accepted";
     } catch (const ErrorFuente& error) {
         EXPECT_STREQ(error.what(), "f.tabla:2: f.tabla takes its own fields from another source");
+    }
+}
+
+std::string motivoDe(std::string (*compilar)(std::string_view, std::string_view), std::string_view fuente) {
+    try {
+        compilar("f", fuente);
+    } catch (const ErrorFuente& error) {
+        return error.what();
+    }
+    return "accepted";
+}
+
+TEST(FuenteMonedas, DaLaTabla) {
+    const auto bytes =
+        compilarMonedas("f", "# comment\nmoneda 9 USD 2 0.9 DÓLAR\nmoneda 0  EUR  2  1  EURO\n");
+    ASSERT_EQ(bytes.size(), 640U);
+    const auto tabla = interpretarMonedas(bytes);
+    EXPECT_EQ(tabla[0], (FilaMoneda{2, "EURO", "EUR", "", 0, 1, 2}));
+    EXPECT_EQ(tabla[9], (FilaMoneda{2, "DÓLAR", "USD", "", 0, 0.9, 2}));
+    for (std::size_t i = 1; i < 9; ++i) {
+        EXPECT_TRUE(tabla[i].libre()) << i;
+    }
+}
+
+TEST(FuenteMonedas, RechazaDiciendoDonde) {
+    const std::pair<const char*, const char*> casos[] = {
+        {"# nothing", "f: there is no moneda"},
+        {"divisa 0 EUR 2 1 EURO", "f:1: \"divisa\" is not moneda"},
+        {"moneda 10 EUR 2 1 EURO", "f:1: the number must be a number from 0 to 9, not \"10\""},
+        {"moneda 0 EU 2 1 EURO", "f:1: an abbreviation is three capital letters, not \"EU\""},
+        {"moneda 0 eur 2 1 EURO", "f:1: an abbreviation is three capital letters, not \"eur\""},
+        {"moneda 0 EUR 10 1 EURO", "f:1: the number of decimals must be a number from 0 to 9, not \"10\""},
+        {"moneda 0 EUR 2 1,5 EURO", "f:1: the rate must be a number, not \"1,5\""},
+        {"moneda 0 EUR 2 inf EURO", "f:1: the rate must be a number, not \"inf\""},
+        {"moneda 0 EUR 2 0 EURO", "f:1: the rate must be above 0"},
+        {"moneda 0 EUR 2 1", "f:1: the name is missing"},
+        {"moneda 0 EUR 2 1 EURO\nmoneda 0 PTS 0 1 X", "f:2: number 0 is given twice"}};
+    for (const auto& [fuente, error] : casos) {
+        EXPECT_EQ(motivoDe(compilarMonedas, fuente), error);
+    }
+}
+
+TEST(FuenteTiposIva, DaLosTipos) {
+    const auto bytes = compilarTiposIva("f", "tipo 3 4 0.5 IVA superreducido\ntipo 1 21 0 IVA\n");
+    EXPECT_EQ(bytes.size(), 99U);
+    const TiposIva tipos(bytes);
+    EXPECT_EQ(tipos(1), (TipoIva{"IVA", "", "", 21, 0}));
+    EXPECT_EQ(tipos(2), TipoIva{});
+    EXPECT_EQ(tipos(3), (TipoIva{"IVA superreducido", "", "", 4, 0.5F}));
+}
+
+TEST(FuenteTiposIva, RechazaDiciendoDonde) {
+    const std::pair<const char*, const char*> casos[] = {
+        {"", "f: there is no tipo"},
+        {"tipo 0 21 0 IVA", "f:1: the number must be a number from 1 to 300, not \"0\""},
+        {"tipo 1 -1 0 IVA", "f:1: the tax must lie between 0 and 100"},
+        {"tipo 1 21 101 IVA", "f:1: the surcharge must lie between 0 and 100"},
+        {"tipo 1 21 IVA", "f:1: the surcharge must be a number, not \"IVA\""},
+        {"tipo 1 21 0 1234567890123456789012", "f:1: the name has more than 21 characters"}};
+    for (const auto& [fuente, error] : casos) {
+        EXPECT_EQ(motivoDe(compilarTiposIva, fuente), error);
     }
 }
 

@@ -1,0 +1,88 @@
+#include "data/fuente_comunes.h"
+
+#include <algorithm>
+#include <functional>
+#include <map>
+
+#include "data/monedas.h"
+#include "data/tipos_iva.h"
+
+namespace tarvoline::data {
+
+namespace {
+
+// Records by their number.
+using Fichas = std::map<int, std::string>;
+
+Fichas leerFichas(std::string_view archivo, std::string_view utf8, std::string_view orden, int menor,
+                  int mayor, const std::function<std::string(LineaFuente&)>& leer) {
+    Fichas fichas;
+    for (auto& linea : lineasFuente(archivo, utf8)) {
+        if (const auto dada = linea.palabra(); dada != orden) {
+            linea.rechazar("\"" + dada + "\" is not " + std::string(orden));
+        }
+        const int numero = linea.entero("the number", menor, mayor);
+        if (!fichas.emplace(numero, leer(linea)).second) {
+            linea.rechazar("number " + std::to_string(numero) + " is given twice");
+        }
+    }
+    if (fichas.empty()) throw ErrorFuente(archivo, 0, "there is no " + std::string(orden));
+    return fichas;
+}
+
+std::string juntar(const Fichas& fichas, int desde, int hasta, const std::string& vacia) {
+    std::string bytes;
+    for (int numero = desde; numero <= hasta; ++numero) {
+        const auto ficha = fichas.find(numero);
+        bytes += ficha == fichas.end() ? vacia : ficha->second;
+    }
+    return bytes;
+}
+
+std::string leerMoneda(LineaFuente& linea) {
+    constexpr int mayorDecimales = 9;
+    constexpr std::size_t anchoAbreviatura = 3, anchoNombre = 22;
+    FilaMoneda fila;
+    fila.abreviatura = linea.palabra();
+    const bool letras = std::ranges::all_of(fila.abreviatura, [](char c) { return c >= 'A' && c <= 'Z'; });
+    if (!letras || fila.abreviatura.size() != anchoAbreviatura) {
+        linea.rechazar("an abbreviation is three capital letters, not \"" + fila.abreviatura + "\"");
+    }
+    fila.decimales = linea.entero("the number of decimals", 0, mayorDecimales);
+    fila.decimalesEnVigor = fila.decimales;
+    fila.cambio = linea.decimal("the rate");
+    if (fila.cambio <= 0) linea.rechazar("the rate must be above 0");
+    fila.nombre = linea.texto("the name", anchoNombre);
+    return componerMoneda(fila);
+}
+
+float porcentaje(LineaFuente& linea, std::string_view que) {
+    constexpr double mayor = 100;
+    const double valor = linea.decimal(que);
+    if (valor < 0 || valor > mayor) linea.rechazar(std::string(que) + " must lie between 0 and 100");
+    return static_cast<float>(valor);
+}
+
+std::string leerTipo(LineaFuente& linea) {
+    constexpr std::size_t anchoDescripcion = 21;
+    TipoIva tipo;
+    tipo.Cuota = porcentaje(linea, "the tax");
+    tipo.Recargo = porcentaje(linea, "the surcharge");
+    tipo.Descripción = linea.texto("the name", anchoDescripcion);
+    return componerTipoIva(tipo);
+}
+
+}  // namespace
+
+std::string compilarMonedas(std::string_view archivo, std::string_view utf8) {
+    constexpr int ultima = static_cast<int>(numeroMonedas) - 1;
+    const auto filas = leerFichas(archivo, utf8, "moneda", 0, ultima, leerMoneda);
+    return juntar(filas, 0, ultima, componerMoneda({}));
+}
+
+std::string compilarTiposIva(std::string_view archivo, std::string_view utf8) {
+    const auto tipos = leerFichas(archivo, utf8, "tipo", 1, maxTiposIva, leerTipo);
+    return juntar(tipos, 1, tipos.rbegin()->first, componerTipoIva({}));
+}
+
+}  // namespace tarvoline::data
