@@ -30,7 +30,7 @@ T leerNumero(std::span<const std::byte> bytes) {
 
 template <typename T>
 void ponerNumero(std::span<std::byte> bytes, T valor) {
-    std::uint64_t crudo = std::bit_cast<detalle::Entero<sizeof(T)>>(valor);
+    auto crudo = static_cast<std::uint64_t>(std::bit_cast<detalle::Entero<sizeof(T)>>(valor));
     for (std::size_t i = 0; i < sizeof(T); ++i) {
         bytes[i] = static_cast<std::byte>(crudo & 0xFFU);
         crudo >>= 8U;

@@ -7,6 +7,7 @@
 #include <QPalette>
 #include <QScopeGuard>
 #include <QTranslator>
+#include <memory>
 
 #include "ui/estilo.h"
 #include "ui/iconos.h"
@@ -74,7 +75,7 @@ QPalette paletaOscura() {
 
 void vestir(QApplication& aplicacion) {
     cargarIconos();
-    QApplication::setStyle(new Estilo);  // the application owns it
+    QApplication::setStyle(std::make_unique<Estilo>().release());  // the application owns it
     QApplication::setWindowIcon(iconoPrograma());
     const bool yaOscura = aplicacion.palette().color(QPalette::Window).lightness() < 128;
     if (!yaOscura && quiereOscuro()) {

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QPainter>
 #include <QStyleOptionToolButton>
+#include <utility>
 
 #include "ui/iconos.h"
 
@@ -34,9 +35,9 @@ QPixmap resaltada(const QIcon& icono, int lado, qreal escala, const QColor& colo
 
 }  // namespace
 
-BotonImagen::BotonImagen(const QString& nombre, int indice, const QString& imagen, QWidget* padre)
+BotonImagen::BotonImagen(const QString& nombre, int indice, QString imagen, QWidget* padre)
     : QAbstractButton(padre),
-      imagen_(imagen),
+      imagen_(std::move(imagen)),
       Picture1_(crearImagen(QString("Picture1(%1)").arg(indice), this)),
       Picture2_(crearImagen(QString("Picture2(%1)").arg(indice), this)) {
     setObjectName(nombre);

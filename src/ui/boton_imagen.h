@@ -12,7 +12,7 @@ class BotonImagen : public QAbstractButton {
 
   public:
     // `nombre`: object name of the button; `indice`: that of its pictures; `imagen`: the icon's name.
-    BotonImagen(const QString& nombre, int indice, const QString& imagen, QWidget* padre);
+    BotonImagen(const QString& nombre, int indice, QString imagen, QWidget* padre);
 
     // Back to the picture at rest.
     void normalizar() { resaltar(false); }

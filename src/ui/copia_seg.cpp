@@ -51,7 +51,7 @@ void CopiaSeg::mostrarModal() {
         bucle_.exec();
     }
     if (fin_) {
-        throw *fin_;
+        throw core::FinDePrograma(*fin_);
     }
 }
 

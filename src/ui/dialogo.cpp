@@ -54,7 +54,7 @@ QLineEdit* crearLinea(const QString& valor, int longitud, bool oculto, QWidget* 
 int DialogoSeguro::exec() {
     const int resultado = QDialog::exec();
     if (fin_) {
-        throw *fin_;
+        throw core::FinDePrograma(*fin_);
     }
     return resultado;
 }
