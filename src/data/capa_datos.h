@@ -4,6 +4,7 @@
 
 #include <array>
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -43,6 +44,15 @@ struct MonedasEnVigor {
     double CambioMonedaBase = 0;  // of the second currency (row 1) to the base currency
     std::array<int, numeroMonedas> DecimalesMonedas{};
     std::array<std::string, numeroMonedas> AbreviaturasMonedas{};
+
+    // The file that it was taken from, so that one that has not changed is not read again.
+    struct Origen {
+        std::string_view archivo;  // "": read it again
+        std::string ruta;
+        std::uint64_t longitud = 0;
+        std::int64_t modificado = 0;
+    };
+    Origen origen{};
 };
 
 // Tries on a file that is held or fails, and the longest wait of one of them for a held range.

@@ -1,6 +1,7 @@
 #include "data/monedas.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <span>
 
@@ -38,6 +39,23 @@ double cambioSegunda(double cambio) {
 
 std::string_view archivoMonedas(const CapaDatos& capa) {
     return capa.enVigor.cabecera.valor(cabecera::ARCHIVOMONEDABASE) == 1 ? "Moneda1.QZF" : "Moneda.QZF";
+}
+
+bool sigueIgual(CapaDatos& capa, std::string_view archivo) {
+    const auto& origen = capa.monedas.origen;
+    if (!capa.monedas.cargadas || origen.archivo != archivo) return false;
+    const auto estado = capa.archivos.estado(origen.ruta);
+    return estado && estado->longitud == origen.longitud && estado->modificado == origen.modificado;
+}
+
+// Of a file that has lain still for a while: one just written may be written again within the grain of its
+// time, which would not show.
+MonedasEnVigor::Origen origenDe(CapaDatos& capa, std::string_view archivo, const std::string& ruta) {
+    using namespace std::chrono;
+    const auto ahora = system_clock::now().time_since_epoch();
+    const auto estado = capa.archivos.estado(ruta);
+    if (!estado || nanoseconds(estado->modificado) + seconds(2) > ahora) return {};
+    return {archivo, ruta, estado->longitud, estado->modificado};
 }
 
 }  // namespace
@@ -93,9 +111,13 @@ std::string rutaMonedas(CapaDatos& capa) {
 }
 
 void cargarMonedas(CapaDatos& capa) {
+    const auto archivo = archivoMonedas(capa);
+    if (sigueIgual(capa, archivo)) return;
     MonedasEnVigor monedas;
     try {
-        const auto tabla = leerMonedas(capa, rutaMonedas(capa));
+        const auto ruta = rutaMonedas(capa);
+        monedas.origen = origenDe(capa, archivo, ruta);
+        const auto tabla = leerMonedas(capa, ruta);
         monedas.CambioMonedaBase = cambioSegunda(tabla[segundaMoneda].cambio);
         for (std::size_t i = 0; i < tabla.size(); ++i) {
             monedas.DecimalesMonedas[i] = tabla[i].decimalesEnVigor.value_or(capa.gDecimalesMoneda);

@@ -40,7 +40,8 @@ TablaMonedas leerMonedas(CapaDatos& capa, std::string_view ruta);
 // The currency file of the company in force, by its ARCHIVOMONEDABASE (RutaDatoComun).
 std::string rutaMonedas(CapaDatos& capa);
 // Takes CapaDatos::monedas from that file. One that cannot be read leaves it empty, and is told to
-// CapaDatos::avisar.
+// CapaDatos::avisar. Tables are opened around every operation: a file that was found before and has kept its
+// size and time is not looked for again.
 void cargarMonedas(CapaDatos& capa);
 
 }  // namespace tarvoline::data

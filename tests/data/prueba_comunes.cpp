@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
 #include <limits>
 
 #include "apoyo/mundo_datos.h"
@@ -202,6 +203,34 @@ TEST_F(Comunes, SinTablaDeMonedas) {
     m.carpeta.escribir("comunes/Moneda1.QZF", "");
     cargarMonedas(m.capa);
     EXPECT_EQ(Redondear(m.capa, 2.345), 2.35);
+}
+
+// What lies still is not read again; any sign of a change, or another company's file, is.
+TEST_F(Comunes, LaTablaQueNoCambiaNoSeLeeDeNuevo) {
+    const auto escribir = [&](const std::string& nombre, double cambio, int horas) {
+        const auto ruta = m.carpeta.escribir("comunes/" + nombre, monedas(cambio));
+        namespace fs = std::filesystem;
+        fs::last_write_time(ruta, fs::file_time_type::clock::now() - std::chrono::hours(horas));
+        return ruta;
+    };
+    const auto cambio = [&] {
+        cargarMonedas(m.capa);
+        return m.capa.monedas.CambioMonedaBase;
+    };
+    const auto ruta = escribir("Moneda1.QZF", 0.5, 5);
+    escribir("Moneda.QZF", 8, 5);
+    empresaConMoneda(1);
+    EXPECT_EQ(cambio(), 0.5);
+    m.capa.monedas.CambioMonedaBase = 99;  // would be lost by reading
+    EXPECT_EQ(cambio(), 99);
+    escribir("Moneda1.QZF", 0.7, 3);
+    EXPECT_EQ(cambio(), 0.7);
+    empresaConMoneda(0);
+    EXPECT_EQ(cambio(), 8);
+    empresaConMoneda(1);
+    EXPECT_EQ(cambio(), 0.7);
+    m.archivos->borrar(ruta);
+    EXPECT_EQ(cambio(), 0);
 }
 
 TEST(TiposIva, CadaByteEnSuSitio) {
