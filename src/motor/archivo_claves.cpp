@@ -37,9 +37,10 @@ int estadoSinCabecera(platform::Archivo& archivo) {
     return origenDe(comienzo.data()) == Origen::ajeno ? estado_archivo::ajeno : estado_archivo::dannado;
 }
 
-bool tieneSentinelaAjena(platform::SistemaArchivos& archivos, std::string_view ruta) {
+bool tieneSentinelaAjena(platform::SistemaArchivos& archivos, std::string_view ruta,
+                         platform::Apertura apertura = platform::Apertura::escritura) {
     try {
-        archivos.abrir(ruta, platform::Apertura::escritura);
+        archivos.abrir(ruta, apertura);
         return true;
     } catch (const ErrorArchivo&) {
         return false;
@@ -48,15 +49,15 @@ bool tieneSentinelaAjena(platform::SistemaArchivos& archivos, std::string_view r
 
 // Opens a file that somebody may just be making or swapping, which he does holding the sentinel.
 std::unique_ptr<platform::Archivo> abrirConPaciencia(platform::SistemaArchivos& archivos,
-                                                     std::string_view ruta) {
+                                                     std::string_view ruta, platform::Apertura apertura) {
     constexpr int intentos = 500;
     constexpr std::chrono::milliseconds pausa{4};
     for (int i = 1;; ++i) {
         try {
-            return archivos.abrir(ruta, platform::Apertura::escritura, platform::Comparticion::acordada);
+            return archivos.abrir(ruta, apertura, platform::Comparticion::acordada);
         } catch (const ErrorArchivo& error) {
             const bool otraVez = error.numero() == error_archivo::permisoDenegado && i < intentos;
-            if (!otraVez || !tieneSentinelaAjena(archivos, ruta)) throw;
+            if (!otraVez || !tieneSentinelaAjena(archivos, ruta, apertura)) throw;
         }
         std::this_thread::sleep_for(pausa);
     }
@@ -107,9 +108,10 @@ std::optional<std::uint32_t> ArchivoClaves::contadorDe(platform::Archivo& archiv
     return cabecera ? std::optional(cabecera->contador) : std::nullopt;
 }
 
-ArchivoClaves::Apertura ArchivoClaves::abrir(platform::SistemaArchivos& archivos, std::string_view ruta) {
+ArchivoClaves::Apertura ArchivoClaves::abrir(platform::SistemaArchivos& archivos, std::string_view ruta,
+                                             platform::Apertura apertura) {
     try {
-        return desde(abrirConPaciencia(archivos, ruta));
+        return desde(abrirConPaciencia(archivos, ruta, apertura));
     } catch (const ErrorArchivo& error) {
         return {estadoDeError(error), nullptr};
     }
