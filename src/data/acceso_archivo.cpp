@@ -62,9 +62,10 @@ void exigirEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchiv
     if (const auto error = repetir(capa, ruta, platform::Apertura::lectura, leer)) throw *error;
 }
 
-bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar) {
+bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar,
+                    platform::Rango rango) {
     const auto conBloqueo = [&](platform::Archivo& archivo) {
-        if (capa.gMultiusuario && !archivo.bloquear(platform::todoElArchivo, TipoBloqueo::exclusivo)) {
+        if (capa.gMultiusuario && !archivo.bloquear(rango, TipoBloqueo::exclusivo)) {
             throw ErrorArchivo(platform::error_archivo::permisoDenegado, std::string(ruta),
                                "another program holds the company file");
         }

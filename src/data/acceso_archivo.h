@@ -18,9 +18,11 @@ bool leerEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo&
 // The same, for who cannot go on without: throws the last ErrorArchivo.
 void exigirEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& leer);
 
-// The same for reading and writing, the whole file being locked with gMultiusuario while `cambiar` runs.
-// Throws ErrorArchivo permisoDenegado when the lock could not be had: without it nothing is changed. Another
-// failure is told to CapaDatos::avisar and gives false.
-bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar);
+// The same for reading and writing, `rango` being locked with gMultiusuario while `cambiar` runs: the whole
+// file, or a part that is enough to keep others who change it away. Throws ErrorArchivo permisoDenegado when
+// the lock could not be had: without it nothing is changed. Another failure is told to CapaDatos::avisar and
+// gives false.
+bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar,
+                    platform::Rango rango = platform::todoElArchivo);
 
 }  // namespace tarvoline::data

@@ -11,7 +11,6 @@
 #include "data/seccion_textos.h"
 #include "data/utilidades.h"
 #include "data/vista_nombrada.h"
-#include "link/error_enlace.h"
 
 namespace tarvoline::link {
 
@@ -25,16 +24,6 @@ constexpr std::string_view productoEmpresas = "VELDORIX";
     throw ErrorEnlace(numero, std::string(texto) + "\n" + empresa);
 }
 
-// "Errors are passed over at this statement": what happened goes to the log of the data layer.
-template <typename Paso>
-void pasandoErrores(const data::CapaDatos& capa, std::string_view donde, Paso&& paso) {
-    try {
-        paso();
-    } catch (const std::exception& error) {
-        capa.avisar(std::string(donde) + ": " + error.what());
-    }
-}
-
 // The digit at place `indice` (from 0) of a text of digits; 0 for anything else.
 int cifra(std::string_view texto, std::size_t indice) {
     if (indice >= texto.size() || texto[indice] < '0' || texto[indice] > '9') return 0;
@@ -44,7 +33,7 @@ int cifra(std::string_view texto, std::size_t indice) {
 }  // namespace
 
 void AccesoEmpresa::LoadEmpresas() {
-    auto& ajustes = sesion_.contexto.ajustes();
+    auto& ajustes = sesion_.contexto.datos.ajustes;
     sesion_.Empresas.clear();
     auto directorio = ajustes.leerCarpeta("DATOS_DIR");
     if (directorio.empty()) {
@@ -54,7 +43,7 @@ void AccesoEmpresa::LoadEmpresas() {
     if (directorio.empty()) {
         throw ErrorEnlace(error_enlace::noInstalado, "Veldorix no está instalado", std::string(sinFuente));
     }
-    for (const auto& nombre : platform::listarMascara(sesion_.contexto.archivos(), directorio, "*.QZT")) {
+    for (const auto& nombre : platform::listarMascara(sesion_.contexto.datos.archivos, directorio, "*.QZT")) {
         sesion_.Empresas.push_back(directorio + nombre);
     }
 }
@@ -70,21 +59,16 @@ void AccesoEmpresa::AbrirEmpresa(std::string_view empresa, std::string_view clav
     comprobarClave(clave);
     prepararNiveles();
     sesion_.ponerEnVigor();
-    sesion_.contexto.carpetas().PonerDirectorioDatos(productoEmpresas);
+    sesion_.contexto.datos.carpetas.PonerDirectorioDatos(productoEmpresas);
     conciliarDirectorioGlobal();
     prepararNivelesAnalitica();
-    sesion_.ponerEnVigor();
-}
-
-void AccesoEmpresa::CerrarEmpresa() {
-    sesion_.empresa.gEmpresaActual.clear();
     sesion_.ponerEnVigor();
 }
 
 // The new company is named but not open, and neither is the one before: its number belongs to another file.
 void AccesoEmpresa::crear(std::string_view nombre, std::string_view opciones) {
     try {
-        auto archivo = data::CrearEmpresaArchivos(sesion_.contexto.datos(), nombre, opciones);
+        auto archivo = data::CrearEmpresaArchivos(sesion_.contexto.datos, nombre, opciones);
         sesion_.empresa = {};
         sesion_.empresa.gArchivoEmpresa = std::move(archivo);
         sesion_.ponerEnVigor();
@@ -95,7 +79,7 @@ void AccesoEmpresa::crear(std::string_view nombre, std::string_view opciones) {
 }
 
 std::string AccesoEmpresa::rutaPedida(std::string_view empresa) const {
-    const auto& ajustes = sesion_.contexto.ajustes();
+    const auto& ajustes = sesion_.contexto.datos.ajustes;
     return core::rutaCompleta(
         data::rutaCabecera(ajustes, empresa.empty() ? ajustes.leer("Active") : std::string(empresa)));
 }
@@ -103,11 +87,11 @@ std::string AccesoEmpresa::rutaPedida(std::string_view empresa) const {
 // Everything that can be said of the file before it is opened.
 void AccesoEmpresa::comprobarArchivo() const {
     const auto& ruta = sesion_.empresa.gArchivoEmpresa;
-    const auto estado = sesion_.contexto.archivos().estado(ruta);
+    const auto estado = sesion_.contexto.datos.archivos.estado(ruta);
     if (!estado || estado->esDirectorio) {
         fallarConEmpresa(error_enlace::empresaNoExiste, "Empresa Veldorix no existe: ", ruta);
     }
-    const auto respuesta = data::GuardaVersionDatos(sesion_.contexto.datos()).Comprobar(ruta);
+    const auto respuesta = data::GuardaVersionDatos(sesion_.contexto.datos).Comprobar(ruta);
     if (respuesta != data::respuestaBien) {
         throw ErrorEnlace(
             error_enlace::versionPosterior,
@@ -123,14 +107,14 @@ void AccesoEmpresa::comprobarArchivo() const {
 void AccesoEmpresa::leerCabecera() {
     auto& empresa = sesion_.empresa;
     data::CabeceraEmpresa cabecera;
-    data::exigirEmpresa(sesion_.contexto.datos(), empresa.gArchivoEmpresa,
+    data::exigirEmpresa(sesion_.contexto.datos, empresa.gArchivoEmpresa,
                         [&](platform::Archivo& archivo) { cabecera = data::CabeceraEmpresa::leer(archivo); });
     empresa.gEmpresaActual = cabecera.texto(data::cabecera::COMUN);
     if (empresa.gEmpresaActual.size() < 2 || core::ValEntero(empresa.gEmpresaActual) == 0) {
         fallarConEmpresa(error_enlace::numeroNoValido,
                          "Número Empresa Veldorix no válido: ", empresa.gArchivoEmpresa);
     }
-    sesion_.contexto.datos().gMultiusuario = true;
+    sesion_.contexto.datos.gMultiusuario = true;
     empresa.cabecera = cabecera;
     empresa.gDirectorioEmpresa = core::SepararRuta(empresa.gArchivoEmpresa).directorio;
 }
@@ -144,8 +128,7 @@ void AccesoEmpresa::comprobarClave(std::string_view clave) const {
     std::optional<std::string> tecleada;
     if (sesion_.opciones.pedirClave) {
         tecleada = sesion_.opciones.pedirClave({.titulo = "Clave",
-                                                .texto = core::SoloNombre(empresa.gArchivoEmpresa),
-                                                .oculto = true,
+                                                .empresa = core::SoloNombre(empresa.gArchivoEmpresa),
                                                 .longitud = longitudClave});
     }
     if (!tecleada || core::Recortar(*tecleada).empty() || *tecleada != esperada) {
@@ -173,7 +156,7 @@ void AccesoEmpresa::prepararNivelesAnalitica() {
     constexpr std::size_t formaLarga = 7;
     auto& niveles = sesion_.empresa.gNivelesAnalitica;
     niveles.fill(0);
-    data::VistaNombrada vista(sesion_.contexto.datos());
+    data::VistaNombrada vista(sesion_.contexto.datos);
     const auto texto = core::Recortar(vista.GetTotal("NivelesCosto"));
     if (texto.empty()) return;
     const std::size_t propios = texto.size() == formaLarga ? 5 : 3;
@@ -186,7 +169,7 @@ void AccesoEmpresa::prepararNivelesAnalitica() {
 // The folder of the data that companies share stands in the settings and in each company: whichever has it
 // gives it to the other. A company that cannot be written opens all the same.
 void AccesoEmpresa::conciliarDirectorioGlobal() {
-    auto& datos = sesion_.contexto.datos();
+    auto& datos = sesion_.contexto.datos;
     pasandoErrores(datos, "GLOBAL_DIR", [&] {
         data::VistaNombrada vista(datos);
         const auto delAjuste = core::Recortar(datos.ajustes.leer("GLOBAL_DIR"));

@@ -1,4 +1,4 @@
-// Worker: which companies there are, opening and closing one, creating one.
+// Worker: which companies there are, opening one, creating one.
 #pragma once
 
 #include <memory>
@@ -15,7 +15,6 @@ class AccesoEmpresa {
 
     void LoadEmpresas();
     void AbrirEmpresa(std::string_view empresa, std::string_view clave);
-    void CerrarEmpresa();
 
   private:
     void crear(std::string_view nombre, std::string_view opciones);

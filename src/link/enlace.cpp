@@ -1,15 +1,17 @@
-#include "link/enlace.h"
+#include "tarvoline/enlace.h"
 
 #include "core/despliegue.h"
 #include "core/texto.h"
+#include "link/enlace_interior.h"
+#include "link/fechas_enlace.h"
+#include "link/moneda_sesion.h"
+#include "link/tipos_iva_enlace.h"
 
 namespace tarvoline::link {
 
 namespace {
 
-std::string numeroTexto(int numero) {
-    return std::to_string(numero);
-}
+constexpr const char* sinFuente = "";
 
 std::string dosCaracteresFinales(const std::string& texto) {
     const auto longitud = core::longitudTexto(texto);
@@ -24,19 +26,50 @@ std::string opcion(std::string_view letra, const std::string& valor) {
 }  // namespace
 
 Enlace::Enlace(Contexto& contexto, OpcionesEnlace opciones)
-    : sesion_{contexto, std::move(opciones)}, acceso_(sesion_), valores_(sesion_) {
+    : interior_(std::make_unique<Interior>(contexto, std::move(opciones))) {
     LoadEmpresas();
 }
 
 Enlace::~Enlace() {
+    Sesion& sesion = interior_->sesion;
+    pasandoErrores(sesion.contexto.datos, "CerrarArchivos", [&] { sesion.CerrarArchivos(false); });
     // The company in force must not outlive the session that opened it.
-    auto& enVigor = sesion_.contexto.datos().enVigor;
-    if (enVigor.gArchivoEmpresa == sesion_.empresa.gArchivoEmpresa) enVigor = {};
+    auto& enVigor = sesion.contexto.datos.enVigor;
+    if (enVigor.gArchivoEmpresa == sesion.empresa.gArchivoEmpresa) enVigor = {};
 }
+
+// --- The session
+// ------------------------------------------------------------------------------------------------
 
 std::string Enlace::Version() {
     using namespace core::despliegue;
-    return numeroTexto(versionMayor) + "." + numeroTexto(versionMenor) + "." + numeroTexto(versionRevision);
+    return std::to_string(versionMayor) + "." + std::to_string(versionMenor) + "." +
+           std::to_string(versionRevision);
+}
+
+void Enlace::Login(std::string_view, std::string_view, std::string_view) {
+    throw ErrorEnlace(error_enlace::entradaRehusada,
+                      "ERROR: Esta opción no está disponible con enlace a Veldorix Online", sinFuente);
+}
+
+bool Enlace::ModoRemoto() const {
+    return interior_->sesion.ModoRemoto;
+}
+
+const std::vector<std::string>& Enlace::Empresas() const {
+    return interior_->sesion.Empresas;
+}
+
+void Enlace::LoadEmpresas() {
+    interior_->operaciones().LoadEmpresas();
+}
+
+void Enlace::AbrirEmpresa(std::string_view empresa, std::string_view clave) {
+    interior_->operaciones().AbrirEmpresa(empresa, clave);
+}
+
+void Enlace::CerrarEmpresa() {
+    interior_->sesion.CerrarArchivos(true);
 }
 
 void Enlace::CrearEmpresa(const EmpresaNueva& nueva) {
@@ -48,12 +81,242 @@ void Enlace::CrearEmpresa(const EmpresaNueva& nueva) {
                      opcion("I", nueva.IvaIgic) + opcion("Z", nueva.PlanContablePorDefecto));
 }
 
+const std::string& Enlace::Empresa() const {
+    return interior_->sesion.empresa.gArchivoEmpresa;
+}
+
+const std::string& Enlace::NumeroEmpresa() const {
+    return interior_->sesion.empresa.gEmpresaActual;
+}
+
 std::string Enlace::MesInicioEjercicio() const {
-    return sesion_.empresa.cabecera.texto(data::cabecera::APERTURA);
+    return interior_->sesion.empresa.cabecera.texto(data::cabecera::APERTURA);
+}
+
+std::string Enlace::año(int mes) const {
+    return añoDeMes(interior_->sesion, mes);
+}
+
+std::string Enlace::EmpresaAñoAnterior() {
+    return interior_->conEmpresa().EmpresaAñoAnterior();
+}
+
+std::string Enlace::Config(std::string_view descripcion) {
+    return interior_->conEmpresa().leerConfig(descripcion);
+}
+
+void Enlace::Config(std::string_view descripcion, std::string_view valor) {
+    interior_->conEmpresa().grabarConfig(descripcion, valor);
+}
+
+std::string Enlace::GetTotal(std::string_view nombre) {
+    return ValoresEmpresa(interior_->sesion).GetTotal(nombre);
+}
+
+void Enlace::PutTotal(std::string_view nombre, std::string_view valor) {
+    ValoresEmpresa(interior_->sesion).PutTotal(nombre, valor);
+}
+
+std::string Enlace::GET_TOTAL(std::string_view nombre) {
+    return ValoresEmpresa(interior_->sesion).GET_TOTAL(nombre);
+}
+
+void Enlace::PUT_TOTAL(std::string_view nombre, std::string_view valor, std::string_view archivo) {
+    ValoresEmpresa(interior_->sesion).PUT_TOTAL(nombre, valor, archivo);
+}
+
+const std::string& Enlace::Usuario() const {
+    return interior_->sesion.Usuario;
 }
 
 void Enlace::Usuario(std::string_view usuario) {
-    sesion_.Usuario = core::conCeros(core::ValEntero(usuario), 2);
+    interior_->sesion.Usuario = core::conCeros(core::ValEntero(usuario), 2);
+}
+
+std::string Enlace::Canal() const {
+    return interior_->sesion.canalTexto();
+}
+
+void Enlace::Canal(std::string_view canal) {
+    interior_->sesion.Canal = core::ValEntero(canal);
+}
+
+const std::string& Enlace::Moneda() const {
+    return interior_->sesion.contexto.Moneda;
+}
+
+void Enlace::Moneda(std::string_view codigo) {
+    interior_->sesion.contexto.Moneda = codigo;
+}
+
+double Enlace::CambioMoneda() const {
+    return interior_->sesion.contexto.CambioMoneda;
+}
+
+void Enlace::CambioMoneda(double cambio) {
+    interior_->sesion.contexto.CambioMoneda = cambio;
+}
+
+// --- The entry
+// --------------------------------------------------------------------------------------------------
+
+std::string Enlace::Fecha() const {
+    return fechaSinSiglo(interior_->sesion.Fecha);
+}
+
+void Enlace::Fecha(std::string_view fecha) {
+    Sesion& sesion = interior_->sesion;
+    sesion.entrar();
+    sesion.Fecha = ValidarFecha(sesion, fecha);
+}
+
+const std::string& Enlace::Número() const {
+    return interior_->sesion.Número;
+}
+
+void Enlace::Número(std::string_view numero) {
+    Operaciones& operaciones = interior_->conEmpresa();
+    interior_->sesion.Número = numero.empty() ? operaciones.siguienteNumero() : std::string(numero);
+}
+
+bool Enlace::HayPendientes() const {
+    return interior_->sesion.pendientes.HayPendientes;
+}
+
+void Enlace::LimpiarPendientes() {
+    interior_->sesion.LimpiarPendientes();
+}
+
+std::int32_t Enlace::GrabarAsiento() {
+    return interior_->conEmpresa().GrabarAsiento();
+}
+
+Enlace::ValoresMoneda Enlace::CalcularMoneda(double importeEntrada) {
+    return MonedaSesion(interior_->sesion).calcular(importeEntrada);
+}
+
+// --- Reading
+// ----------------------------------------------------------------------------------------------------
+
+void Enlace::LeerAsiento(std::string_view fecha, std::string_view asiento) {
+    Sesion& sesion = interior_->sesion;
+    if (!fecha.empty()) sesion.Fecha = fechaSinComprobar(sesion, fecha);
+    if (!asiento.empty()) sesion.Número = asiento;
+    if (sesion.Fecha.empty() && sesion.Número.empty()) return;
+    Operaciones& operaciones = interior_->conEmpresa();
+    sesion.LimpiarPendientes();
+    operaciones.LeerAsiento();
+}
+
+void Enlace::LeerProximoAsiento() {
+    interior_->leerVecino(Vecino::proximo);
+}
+
+void Enlace::LeerAnteriorAsiento() {
+    interior_->leerVecino(Vecino::anterior);
+}
+
+void Enlace::LeerPrimerAsiento() {
+    interior_->leerVecino(Vecino::primero);
+}
+
+void Enlace::LeerUltimoAsiento() {
+    interior_->leerVecino(Vecino::ultimo);
+}
+
+void Enlace::LeerReferencia(std::string_view) {
+    throw ErrorEnlace(error_enlace::noDisponible,
+                      ModoRemoto() ? "Esta opción no está disponible con enlace a Veldorix Online"
+                                   : "Esta opción no está activada");
+}
+
+bool Enlace::BuscarReferencia(std::string_view referencia, bool mayusculasMinusculas) {
+    return interior_->conEmpresa().BuscarReferencia(referencia, mayusculasMinusculas);
+}
+
+bool Enlace::BuscarDescripcion(std::string_view descripcion, bool mayusculasMinusculas) {
+    return interior_->conEmpresa().BuscarDescripcion(descripcion, mayusculasMinusculas);
+}
+
+bool Enlace::BuscarImporte(double importe) {
+    return interior_->conEmpresa().BuscarImporte(importe);
+}
+
+std::int32_t Enlace::ExisteReferencia(std::string_view referencia) {
+    return interior_->conEmpresa().ExisteReferencia(referencia);
+}
+
+std::int32_t Enlace::ExisteIva(std::string_view factura) {
+    return interior_->conEmpresa().ExisteIva(factura);
+}
+
+void Enlace::LeerExtracto(std::string_view cuenta, std::string_view desdeFecha, std::string_view hastaFecha,
+                          int archivo) {
+    Operaciones& operaciones = interior_->conEmpresa();
+    const Sesion& sesion = interior_->sesion;
+    operaciones.LeerExtracto(cuenta, ValidarFecha(sesion, desdeFecha), ValidarFecha(sesion, hastaFecha),
+                             archivo);
+}
+
+std::string Enlace::LeerExtractoEx(std::string_view cuenta, std::string_view desdeFecha,
+                                   std::string_view hastaFecha) {
+    Operaciones& operaciones = interior_->conEmpresa();
+    const Sesion& sesion = interior_->sesion;
+    return operaciones.LeerExtractoEx(cuenta, ValidarFecha(sesion, desdeFecha),
+                                      ValidarFecha(sesion, hastaFecha));
+}
+
+// --- Annulling
+// --------------------------------------------------------------------------------------------------
+
+std::int32_t Enlace::AnularAsiento(std::string_view fecha, std::string_view numeroAsiento) {
+    Operaciones& operaciones = interior_->conEmpresa();
+    return operaciones.AnularAsiento(ValidarFecha(interior_->sesion, fecha), numeroAsiento);
+}
+
+void Enlace::AnularApuntePorReferencia(std::string_view referencia, bool incluirIva, bool incluirAnalitica) {
+    interior_->conEmpresa().AnularApuntePorReferencia(referencia, incluirIva, incluirAnalitica);
+}
+
+void Enlace::AnularApuntePorRegistro(std::int32_t registro, bool incluirAnalitica) {
+    interior_->conEmpresa().AnularApuntePorRegistro(registro, incluirAnalitica);
+}
+
+void Enlace::AnularCuenta(std::string_view cuenta) {
+    interior_->conEmpresa().AnularCuenta(cuenta);
+}
+
+// --- Accounts and VAT
+// -------------------------------------------------------------------------------------------
+
+bool Enlace::CrearCuenta(std::string& cuenta, std::string_view titulo, std::string_view nivel,
+                         bool isAnalitica, std::string_view nif) {
+    CuentaNueva nueva{cuenta, std::string(titulo), std::string(nivel), isAnalitica, std::string(nif)};
+    const bool hecha = interior_->conEmpresa().crearCuenta(TablaPlan::cuentas, nueva);
+    cuenta = nueva.Cuenta;
+    return hecha;
+}
+
+bool Enlace::CrearAnalitica(std::string& cuenta, std::string_view titulo, std::string_view nivel) {
+    CuentaNueva nueva{cuenta, std::string(titulo), std::string(nivel)};
+    const bool hecha = interior_->conEmpresa().crearCuenta(TablaPlan::analitica, nueva);
+    cuenta = nueva.Cuenta;
+    return hecha;
+}
+
+bool Enlace::CrearAlterna(std::string& cuenta, std::string_view titulo, std::string_view nivel) {
+    CuentaNueva nueva{cuenta, std::string(titulo), std::string(nivel)};
+    const bool hecha = interior_->conEmpresa().crearCuenta(TablaPlan::alterna, nueva);
+    cuenta = nueva.Cuenta;
+    return hecha;
+}
+
+int Enlace::ValTIVA(std::string_view des) {
+    return link::ValTIVA(des);
+}
+
+std::shared_ptr<TipoIvaClass> Enlace::tiposiva(int index) {
+    return std::make_shared<TipoIvaClass>(interior_->conEmpresa().tiposiva(index));
 }
 
 }  // namespace tarvoline::link

@@ -1,6 +1,6 @@
 #include "link/sesion.h"
 
-#include "link/error_enlace.h"
+#include "core/texto.h"
 
 namespace tarvoline::link {
 
@@ -10,6 +10,36 @@ void Sesion::entrar() {
                           "Empresa No Abierta ... Abrir Empresa y reintentar");
     }
     ponerEnVigor();
+}
+
+std::string Sesion::canalTexto() const {
+    return core::conCeros(Canal, 3);
+}
+
+void Sesion::LimpiarPendientes() {
+    pendientes.HayPendientes = false;
+    pendientes.vaciar();
+    resultados.inmovilizado.vaciar();
+    resultados.datosGlobales.vaciar();
+}
+
+void Sesion::CerrarArchivos(bool deltodo) {
+    if (!ModoRemoto) contexto.cerrarTablas();
+    if (!deltodo) return;
+    empresa.gEmpresaActual.clear();
+    pendientes.vaciar();
+    ponerEnVigor();
+}
+
+TablasAbiertas::TablasAbiertas(Sesion& sesion) : sesion_(sesion) {
+    if (sesion.contexto.tablas().AbrirTablasEmpresa()) return;
+    pasandoErrores(sesion.contexto.datos, "CerrarArchivos", [&] { sesion.CerrarArchivos(false); });
+    throw platform::ErrorArchivo(platform::error_archivo::ruta, sesion.empresa.gDirectorioEmpresa,
+                                 "the tables of the company could not be opened");
+}
+
+TablasAbiertas::~TablasAbiertas() {
+    pasandoErrores(sesion_.contexto.datos, "CerrarArchivos", [this] { sesion_.CerrarArchivos(false); });
 }
 
 }  // namespace tarvoline::link

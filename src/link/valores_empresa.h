@@ -1,4 +1,4 @@
-// Worker: named values of the open company, and what follows from its accounting year.
+// Worker: named values of the open company, and its entry numbers.
 #pragma once
 
 #include <string>
@@ -19,7 +19,9 @@ class ValoresEmpresa {
     std::string GET_TOTAL(std::string_view nombre);
     void PUT_TOTAL(std::string_view nombre, std::string_view valor, std::string_view archivo);
     std::string EmpresaAñoAnterior();
-    std::string año(int mes) const;
+    // Takes the next entry number from the company file, six digits. Throws platform::ErrorArchivo
+    // permisoDenegado when the file stays held.
+    std::string siguienteNumero();
 
   private:
     Sesion& sesion_;

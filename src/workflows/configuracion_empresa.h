@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "link/enlace.h"
+#include "tarvoline/enlace.h"
 #include "workflows/flujos.h"
 
 namespace tarvoline::workflows {

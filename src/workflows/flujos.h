@@ -6,7 +6,7 @@
 
 #include "core/credencial.h"
 #include "core/entorno.h"
-#include "link/contexto.h"
+#include "tarvoline/contexto.h"
 #include "service/operaciones.h"
 #include "soap/cliente.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "link/enlace.h"
+#include "tarvoline/enlace.h"
 #include "workflows/flujos.h"
 
 namespace tarvoline::workflows {

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "core/registro_spdlog.h"
+#include "data/capa_datos.h"
 #include "platform/carpetas_sistema.h"
 #include "workflows/configuracion_empresa.h"
 #include "workflows/lista.h"

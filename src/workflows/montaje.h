@@ -6,7 +6,7 @@
 
 #include "core/entorno.h"
 #include "core/inicio.h"
-#include "link/contexto.h"
+#include "tarvoline/contexto.h"
 #include "platform/procesos.h"
 #include "soap/cliente.h"
 #include "workflows/flujos.h"

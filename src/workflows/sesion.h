@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "link/enlace.h"
+#include "tarvoline/enlace.h"
 #include "workflows/flujos.h"
 
 namespace tarvoline::workflows {

@@ -5,7 +5,7 @@
 
 #include "apoyo/mundo_datos.h"
 #include "data/utilidades.h"
-#include "link/enlace.h"
+#include "tarvoline/enlace.h"
 
 namespace {
 
@@ -146,9 +146,9 @@ TEST_F(PruebaEnlace, Claves) {
     EXPECT_EQ(sinPregunta.Config("AÑO"), "13");
     sinPregunta.AbrirEmpresa("a", "ñu1");
 
-    std::vector<core::Peticion> pedidas;
+    std::vector<link::PreguntaClave> pedidas;
     std::optional<std::string> respuesta;
-    Enlace conPregunta(contexto, {.pedirClave = [&](const core::Peticion& peticion) {
+    Enlace conPregunta(contexto, {.pedirClave = [&](const link::PreguntaClave& peticion) {
                            pedidas.push_back(peticion);
                            return respuesta;
                        }});
@@ -161,7 +161,7 @@ TEST_F(PruebaEnlace, Claves) {
     conPregunta.AbrirEmpresa("a", "mal");
     ASSERT_EQ(pedidas.size(), 4U);
     EXPECT_EQ(pedidas[0].titulo, "Clave");
-    EXPECT_EQ(pedidas[0].texto, "a.QZT");
+    EXPECT_EQ(pedidas[0].empresa, "a.QZT");
     EXPECT_EQ(pedidas[0].longitud, 4);
     conPregunta.AbrirEmpresa("a", "ñu1");  // the right one asks for nothing
     EXPECT_EQ(pedidas.size(), 4U);

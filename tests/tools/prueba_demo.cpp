@@ -10,7 +10,7 @@
 #include "apoyo/mundo_datos.h"
 #include "apoyo/variables_proceso.h"
 #include "data/bytes.h"
-#include "link/enlace.h"
+#include "tarvoline/enlace.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include "apoyo/nucleo_prueba.h"
 #include "data/cabecera_empresa.h"
 #include "data/crear_empresa.h"
-#include "link/contexto.h"
-#include "link/enlace.h"
+#include "tarvoline/contexto.h"
+#include "tarvoline/enlace.h"
 #include "soap/cliente.h"
 #include "workflows/flujos.h"
 

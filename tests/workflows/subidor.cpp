@@ -17,7 +17,7 @@
 
 #include "core/entorno.h"
 #include "core/escritorio_desatendido.h"
-#include "link/contexto.h"
+#include "tarvoline/contexto.h"
 #include "soap/cliente.h"
 #include "workflows/flujos.h"
 #include "workflows/lista.h"

@@ -1,0 +1,26 @@
+// Dates as callers of the link give and see them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "link/sesion.h"
+
+namespace tarvoline::link {
+
+// The stored form of "yymmdd", "dd/mm/yy" or "dd/mm/yyyy"; "" for a text of any other length. Throws
+// ErrorEnlace fechaNoValida for what is no date, or lies outside the accounting year of the session's
+// company.
+std::string ValidarFecha(const Sesion& sesion, std::string_view valor);
+// The same form without any check.
+std::string fechaSinComprobar(const Sesion& sesion, std::string_view valor);
+// "yymmdd" in digits of a stored date.
+std::string fechaSinSiglo(std::string_view guardada);
+// "dd/mm/yy" of a stored date; "" when there is none.
+std::string fechaCorta(const Sesion& sesion, std::string_view guardada);
+// The day of today, stored form.
+std::string fechaDeHoy(const Sesion& sesion);
+// Two-digit calendar year of a month of the accounting year (Enlace::año).
+std::string añoDeMes(const Sesion& sesion, int mes);
+
+}  // namespace tarvoline::link

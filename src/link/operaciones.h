@@ -1,0 +1,66 @@
+// What a session does with the books of a company. There are two fulfilments: on the files of the company
+// (OperacionesLocales), and through the accounting service. Arguments and results are those of the members of
+// Enlace with the same names, which has the reference; they work on one Sesion.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "tarvoline/clases.h"
+
+namespace tarvoline::link {
+
+enum class Vecino { proximo, anterior, primero, ultimo };
+
+// A chart of accounts, by the table that holds it.
+enum class TablaPlan { cuentas = 1, analitica = 8, alterna = 9 };
+
+struct CuentaNueva {
+    std::string Cuenta;  // with "*": the number behind the highest that matches takes its place
+    std::string titulo;
+    std::string Nivel = "0";
+    bool IsAnalitica = false;
+    std::string NIF = "-1";  // "-1": stays as it is
+};
+
+class Operaciones {
+  public:
+    virtual ~Operaciones() = default;
+
+    virtual void LoadEmpresas() = 0;
+    virtual void AbrirEmpresa(std::string_view empresa, std::string_view clave) = 0;
+    virtual std::string leerConfig(std::string_view nombre) = 0;
+    virtual void grabarConfig(std::string_view nombre, std::string_view valor) = 0;
+    virtual std::string EmpresaAñoAnterior() = 0;
+    // The number that Número("") takes.
+    virtual std::string siguienteNumero() = 0;
+
+    virtual std::int32_t GrabarAsiento() = 0;
+    // The entry of the session's date and number; at least one of both is set.
+    virtual void LeerAsiento() = 0;
+    virtual void leerVecino(Vecino cual) = 0;
+    virtual bool BuscarReferencia(std::string_view referencia, bool ignorarMayusculas) = 0;
+    virtual bool BuscarDescripcion(std::string_view descripcion, bool ignorarMayusculas) = 0;
+    virtual bool BuscarImporte(double importe) = 0;
+    virtual std::int32_t ExisteReferencia(std::string_view referencia) = 0;
+    virtual std::int32_t ExisteIva(std::string_view factura) = 0;
+    // The limits are stored dates, or "".
+    virtual void LeerExtracto(std::string_view cuenta, std::string_view desde, std::string_view hasta,
+                              int archivo) = 0;
+    virtual std::string LeerExtractoEx(std::string_view cuenta, std::string_view desde,
+                                       std::string_view hasta) = 0;
+
+    virtual std::int32_t AnularAsiento(std::string_view fecha, std::string_view numero) = 0;
+    virtual void AnularApuntePorReferencia(std::string_view referencia, bool incluirIva,
+                                           bool incluirAnalitica) = 0;
+    virtual void AnularApuntePorRegistro(std::int32_t registro, bool incluirAnalitica) = 0;
+    virtual void AnularCuenta(std::string_view cuenta) = 0;
+
+    // `cuenta.Cuenta` is the account that was made or found when it returns.
+    virtual bool crearCuenta(TablaPlan plan, CuentaNueva& cuenta) = 0;
+    virtual TipoIvaClass tiposiva(int numero) = 0;
+};
+
+}  // namespace tarvoline::link

@@ -1,0 +1,54 @@
+// The operations of a session on the files of the company.
+#pragma once
+
+#include "link/acceso_empresa.h"
+#include "link/operaciones.h"
+#include "link/sesion.h"
+#include "link/valores_empresa.h"
+
+namespace tarvoline::link {
+
+// Every operation opens the tables that it needs and leaves them closed, whatever happens in it.
+class OperacionesLocales : public Operaciones {
+  public:
+    // The session is borrowed and must outlive this object.
+    explicit OperacionesLocales(Sesion& sesion) : sesion_(sesion), acceso_(sesion), valores_(sesion) {}
+
+    void LoadEmpresas() override { acceso_.LoadEmpresas(); }
+    void AbrirEmpresa(std::string_view empresa, std::string_view clave) override {
+        acceso_.AbrirEmpresa(empresa, clave);
+    }
+    std::string leerConfig(std::string_view nombre) override { return valores_.leer(nombre); }
+    void grabarConfig(std::string_view nombre, std::string_view valor) override {
+        valores_.grabar(nombre, valor);
+    }
+    std::string EmpresaAñoAnterior() override { return valores_.EmpresaAñoAnterior(); }
+    std::string siguienteNumero() override { return valores_.siguienteNumero(); }
+
+    std::int32_t GrabarAsiento() override;
+    void LeerAsiento() override;
+    void leerVecino(Vecino cual) override;
+    bool BuscarReferencia(std::string_view referencia, bool ignorarMayusculas) override;
+    bool BuscarDescripcion(std::string_view descripcion, bool ignorarMayusculas) override;
+    bool BuscarImporte(double importe) override;
+    std::int32_t ExisteReferencia(std::string_view referencia) override;
+    std::int32_t ExisteIva(std::string_view factura) override;
+    void LeerExtracto(std::string_view cuenta, std::string_view desde, std::string_view hasta,
+                      int archivo) override;
+    std::string LeerExtractoEx(std::string_view cuenta, std::string_view desde,
+                               std::string_view hasta) override;
+    std::int32_t AnularAsiento(std::string_view fecha, std::string_view numero) override;
+    void AnularApuntePorReferencia(std::string_view referencia, bool incluirIva,
+                                   bool incluirAnalitica) override;
+    void AnularApuntePorRegistro(std::int32_t registro, bool incluirAnalitica) override;
+    void AnularCuenta(std::string_view cuenta) override;
+    bool crearCuenta(TablaPlan plan, CuentaNueva& cuenta) override;
+    TipoIvaClass tiposiva(int numero) override;
+
+  private:
+    Sesion& sesion_;
+    AccesoEmpresa acceso_;
+    ValoresEmpresa valores_;
+};
+
+}  // namespace tarvoline::link
