@@ -7,7 +7,7 @@
 #include "apoyo/servicio_guion.h"
 #include "data/cabecera_empresa.h"
 #include "data/crear_empresa.h"
-#include "link/contexto.h"
+#include "tarvoline/contexto.h"
 #include "platform/acceso_inicio.h"
 #include "ui/mundo_ventana.h"
 
