@@ -252,12 +252,12 @@ class Cotejo {
             }
         }
         if (suyas.empty()) return;
-        const bool enTodas = static_cast<int>(suyas.size()) == def_.numeroClaves &&
-                             std::ranges::all_of(suyas, [&](const Discrepancia& una) {
-                                 return una.que == suyas.front().que &&
-                                        (una.que == Desacuerdo::registroSinEntrada ||
-                                         una.que == Desacuerdo::entradaSinRegistro);
-                             });
+        const bool enTodas =
+            static_cast<int>(suyas.size()) == def_.numeroClaves &&
+            std::ranges::all_of(suyas, [&](const Discrepancia& una) {
+                return una.que == suyas.front().que && (una.que == Desacuerdo::registroSinEntrada ||
+                                                        una.que == Desacuerdo::entradaSinRegistro);
+            });
         if (enTodas) {
             suyas.resize(1);
             suyas.front().clave = 0;
@@ -295,8 +295,8 @@ class Cotejo {
     const Progreso& progreso_;
     std::unique_ptr<ArchivoClaves> claves_;  // null: none to hold against the records
     std::int64_t lugares_ = 0;
-    std::int64_t tope_ = 0;      // entries and places above came after the beginning
-    std::vector<Sumas> sumas_;   // by key, by bucket: marks of the records less those of the entries
+    std::int64_t tope_ = 0;     // entries and places above came after the beginning
+    std::vector<Sumas> sumas_;  // by key, by bucket: marks of the records less those of the entries
     std::uint64_t hecho_ = 0;
     std::vector<std::string> campos_;
     Verificacion resultado_;

@@ -30,7 +30,8 @@ std::string deLasClaves(const Discrepancia& una) {
 
 std::string sinRegistro(const Discrepancia& una) {
     const std::string que = una.estado == EstadoRegistro::anulado ? "está anulado" : "no está escrito";
-    const std::string donde = una.clave == 0 ? "está en las claves" : "está en la clave " + std::to_string(una.clave);
+    const std::string donde =
+        una.clave == 0 ? "está en las claves" : "está en la clave " + std::to_string(una.clave);
     return que + ", pero " + donde + " con " + entreComillas(una.texto) + ".";
 }
 
@@ -45,8 +46,8 @@ std::string deRegistro(const Discrepancia& una) {
             return una.clave == 0 ? "no está en ninguna clave."
                                   : "falta en la clave " + clave + " (" + entreComillas(una.esperado) + ").";
         case Desacuerdo::otraClave:
-            return "la clave " + clave + " lo tiene con " + entreComillas(una.texto) + " y sus campos dicen " +
-                   entreComillas(una.esperado) + ".";
+            return "la clave " + clave + " lo tiene con " + entreComillas(una.texto) +
+                   " y sus campos dicen " + entreComillas(una.esperado) + ".";
         default:
             return "la clave " + clave + " lo tiene además con " + entreComillas(una.texto) + ".";
     }
@@ -62,8 +63,8 @@ std::string frase(const Discrepancia& una) {
         case Desacuerdo::clavesDeOtra:
             return deLasClaves(una);
         case Desacuerdo::contadorBajo:
-            return "El contador de registros está en " + std::to_string(una.registro) + " y la tabla llega hasta el " +
-                   una.texto + ".";
+            return "El contador de registros está en " + std::to_string(una.registro) +
+                   " y la tabla llega hasta el " + una.texto + ".";
         default:
             return "Registro " + std::to_string(una.registro) + ": " + deRegistro(una);
     }

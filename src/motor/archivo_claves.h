@@ -62,8 +62,8 @@ inline constexpr int ajeno = 26;   // a file of another format, left as it is
 class ArchivoClaves {
   public:
     struct Apertura;
-    // Never throws ErrorArchivo: it becomes one of the states above. With `lectura` the file is never changed,
-    // not even by the mark of damage.
+    // Never throws ErrorArchivo: it becomes one of the states above. With `lectura` the file is never
+    // changed, not even by the mark of damage.
     static Apertura abrir(platform::SistemaArchivos& archivos, std::string_view ruta,
                           platform::Apertura apertura = platform::Apertura::escritura);
     // Makes the file, or makes it anew while nobody else has it open. A file of these measures that others

@@ -3,25 +3,19 @@
 
 #include <iostream>
 
-namespace {
-
-namespace salida {
-constexpr int hecho = 0;
-constexpr int fallo = 1;
-constexpr int ordenMala = 2;
-}  // namespace salida
-
-}  // namespace
-
 int main(int argc, char** argv) {
     using namespace tarvoline;
+    namespace salida = tools::salida;
     CLI::App programa("Tablas de una empresa, a mano", "qztabla");
-    programa.footer("Salida: 0 hecho, 1 fallo, 2 argumentos malos.");
+    programa.footer("Salida: 0 hecho, 1 fallo, 2 argumentos malos; otras, en la ayuda de cada orden.");
     programa.require_subcommand(1);
     tools::TareaTabla tarea;
     tools::anadirDefinir(programa, tarea);
     tools::anadirComunes(programa, tarea);
     tools::anadirPlan(programa, tarea);
+    tools::anadirVolcar(programa, tarea);
+    tools::anadirVerificar(programa, tarea);
+    tools::anadirReindexar(programa, tarea);
     try {
         programa.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
