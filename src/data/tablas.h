@@ -45,6 +45,22 @@ inline constexpr int planA = 9;
 inline constexpr int anali = 10;
 }  // namespace tabla
 
+// The tables of a company, by number. The name is that of the definition; with the company's number behind
+// it, in capitals, that of the files.
+struct TablaEmpresa {
+    int tabla;
+    std::string_view nombre;
+};
+inline constexpr std::array<TablaEmpresa, 9> tablasDeEmpresa{{{tabla::planc, "PLANC"},
+                                                              {tabla::extra, "EXTRA"},
+                                                              {tabla::datos, "DATOS"},
+                                                              {tabla::iva01, "IVA01"},
+                                                              {tabla::efect, "EFECT"},
+                                                              {tabla::presu, "Presu"},
+                                                              {tabla::costo, "Costo"},
+                                                              {tabla::planA, "PlanA"},
+                                                              {tabla::anali, "Anali"}}};
+
 inline constexpr int numeroRanuras = 16;
 
 struct Ranura {
@@ -121,8 +137,8 @@ class Tablas {
     // All fields into gCampos; what lies behind the end of the file reads as zero bytes. A record below 1
     // does nothing (and is `sinEscribir`). Walks and scans pass over records that are not `vivo`.
     EstadoRegistro LeerRegistro(int tabla, std::int32_t registro);
-    // Whole records from `desde` on as they are on disk, for scans: as many as `bytes` has room for. `bytes` is
-    // cut to those that the file has; gCampos stays.
+    // Whole records from `desde` on as they are on disk, for scans: as many as `bytes` has room for. `bytes`
+    // is cut to those that the file has; gCampos stays.
     void leerRegistros(int tabla, std::int32_t desde, std::string& bytes);
     // Fields 1 to 3 alone, as raw text: the cheap look before a reject; valid only where these are texts or
     // dates. The tries used up: gives up after one box, the fields stay, and the answer is `sinEscribir`.
@@ -210,8 +226,6 @@ class Tablas {
     // tablas_reclavado.cpp
     bool rehacerClaves(int tabla, bool aunqueSirvan);
     void insertarTodas(int tabla);
-    void insertarLeido(int tabla, std::string_view registro, std::int64_t numero,
-                       std::vector<std::string>& campos);
     // tablas_registros.cpp
     platform::Rango rangoDe(int tabla, std::int32_t registro, int campo = 0) const;
     platform::Rango rangoBloqueo(int tabla, std::int32_t registro, int desde, int hasta) const;

@@ -5,6 +5,7 @@
 #include "core/carpetas.h"
 #include "core/texto.h"
 #include "data/monedas.h"
+#include "data/tabla_suelta.h"
 #include "data/tablas.h"
 #include "data/utilidades.h"
 
@@ -18,20 +19,6 @@ using platform::ErrorArchivo;
 using platform::TipoBloqueo;
 namespace error_archivo = platform::error_archivo;
 namespace estado = motor::estado;
-
-struct TablaEmpresa {
-    int tabla;
-    std::string_view nombre;
-};
-constexpr std::array<TablaEmpresa, 9> tablasDeEmpresa{{{tabla::planc, "PLANC"},
-                                                       {tabla::extra, "EXTRA"},
-                                                       {tabla::datos, "DATOS"},
-                                                       {tabla::iva01, "IVA01"},
-                                                       {tabla::efect, "EFECT"},
-                                                       {tabla::presu, "Presu"},
-                                                       {tabla::costo, "Costo"},
-                                                       {tabla::planA, "PlanA"},
-                                                       {tabla::anali, "Anali"}}};
 
 constexpr std::size_t letrasDeNombre = 5;
 
@@ -141,9 +128,7 @@ void Tablas::abrirDatos(Ranura& ranura) {
 
 // Records that have a place in the file, one cut off at its end among them.
 std::int64_t Tablas::lugares(const Ranura& ranura) const {
-    const auto longitud = static_cast<std::int64_t>(ranura.archivo->longitud());
-    const std::int64_t registro = ranura.definicion->gLongitudRegistro;
-    return (longitud + registro - 1) / registro;
+    return lugaresDe(*ranura.definicion, ranura.archivo->longitud());
 }
 
 // A key file that does for a table of so many records. REQUIRES: it is open.

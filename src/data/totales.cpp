@@ -13,16 +13,12 @@ namespace tarvoline::data {
 namespace {
 
 namespace estado = motor::estado;
-namespace posicion {
-constexpr int fecha = 1, tipo = 5, diario = 8, numeroAnalitica = 18, cuentaAnalitica = 19;  // of a line
-constexpr int codigo = 1, titulo = 2, nivel = 3, analitica = 6, debe = 12, haber = 13;      // of an account
-constexpr int serie = 10, orden = 12;                                                       // of VAT
-constexpr int cuenta = 2;
-}  // namespace posicion
+namespace linea = posicion_linea;
+namespace cuenta = posicion_cuenta;
+namespace iva {
+constexpr int serie = 10, orden = 12;  // positions
+}
 
-constexpr int periodos = 15;
-constexpr int regularizacion = 13, cierre = 14;
-constexpr int meses = 12;
 constexpr int tituloMayor = 504;
 constexpr std::string_view tituloAnalitica = "Mayor sin título";
 constexpr std::string_view nivelCuenta = "0";
@@ -61,22 +57,22 @@ class CamposGuardados {
 }  // namespace
 
 Totales::Plan Totales::planCuentas() const {
-    return {tabla::planc, tabla::extra, posicion::cuenta, capa_.enVigor.gNiveles};
+    return {tabla::planc, tabla::extra, linea::cuenta, capa_.enVigor.gNiveles};
 }
 
 Totales::Plan Totales::planAnalitica() const {
-    return {tabla::costo, tabla::anali, posicion::cuentaAnalitica, capa_.enVigor.gNivelesAnalitica};
+    return {tabla::costo, tabla::anali, linea::cuentaAnalitica, capa_.enVigor.gNivelesAnalitica};
 }
 
 void Totales::ActualizarTotalesCuenta(int signo, std::string_view rutaCabecera) {
     const Plan plan = planCuentas();
-    const Columna columna = columnaDe(plan.lineas);
-    if (columna.posicion == 0) return;
+    const auto columna = columnaDe(plan.lineas);
+    if (!columna) return;
     AsegurarMayoresCuenta(tablas_.texto(plan.lineas, plan.posicion));
     const double importe = signo * gImporte;
-    sumarEnCuentas(plan, columna, importe);
-    const std::string mes = core::Mid(tablas_.texto(plan.lineas, posicion::fecha), 3, 2);
-    const CampoDoble total = columna.posicion == posicion::debe ? cabecera::CARGOSA : cabecera::ABONOSA;
+    sumarEnCuentas(plan, *columna, importe);
+    const std::string mes = core::Mid(tablas_.texto(plan.lineas, linea::fecha), 3, 2);
+    const CampoDoble total = columna->haber ? cabecera::ABONOSA : cabecera::CARGOSA;
     cambiarCabecera(rutaCabecera, [&](CabeceraEmpresa& cabeza) {
         cabeza.poner(cabecera::MES, mes);
         cabeza.poner(total, cabeza.valor(total) + importe);
@@ -85,10 +81,10 @@ void Totales::ActualizarTotalesCuenta(int signo, std::string_view rutaCabecera) 
 
 void Totales::ActualizarTotalesAnalitica(int signo, double importe) {
     const Plan plan = planAnalitica();
-    const Columna columna = columnaDe(plan.lineas);
-    if (columna.posicion == 0) return;
+    const auto columna = columnaDe(plan.lineas);
+    if (!columna) return;
     AsegurarMayoresAnalitica(tablas_.texto(plan.lineas, plan.posicion));
-    sumarEnCuentas(plan, columna, signo * importe);
+    sumarEnCuentas(plan, *columna, signo * importe);
 }
 
 void Totales::AsegurarMayoresCuenta(std::string_view codigo) {
@@ -99,37 +95,27 @@ void Totales::AsegurarMayoresAnalitica(std::string_view codigo) {
     asegurar(planAnalitica(), codigo, true);
 }
 
-Totales::Columna Totales::columnaDe(int lineas) {
-    const std::string tipo = tablas_.texto(lineas, posicion::tipo);
-    if (tipo != "1" && tipo != "2") {
+std::optional<ColumnaPeriodo> Totales::columnaDe(int lineas) {
+    const std::string tipo = tablas_.texto(lineas, linea::tipo);
+    const auto columna =
+        columnaDeLinea(tipo, tablas_.texto(lineas, linea::diario), tablas_.texto(lineas, linea::fecha));
+    if (!columna) {
         capa_.avisar("a line of " + tablas_.TituloTabla(lineas) + " is neither debit nor credit: " + tipo);
-        return {};
     }
-    const int base = tipo == "1" ? posicion::debe : posicion::haber;
-    const std::string diario = tablas_.texto(lineas, posicion::diario);
-    if (diario == "A") return {base, 0};
-    if (diario == "B") return {base, regularizacion};
-    if (diario == "C") return {base, cierre};
-    const int mes = core::ValEntero(core::Mid(tablas_.texto(lineas, posicion::fecha), 3, 2));
-    return {base, mes >= 1 && mes <= meses ? mes : 0};
+    return columna;
 }
 
 // `conCuenta`: the account itself is made, too.
 void Totales::asegurar(const Plan& plan, std::string_view codigo, bool conCuenta) {
     gRegistrosCuenta.fill(0);
-    const std::string cuenta = sinBlancos(core::aAnsi(codigo).bytes());
-    if (cuenta.empty()) return;
+    const std::string suya = sinBlancos(core::aAnsi(codigo).bytes());
+    if (suya.empty()) return;
     gRegistrosCuenta[0] =
-        conCuenta ? buscarOCrear(plan, cuenta, tituloAnalitica, nivelCuenta) : buscar(plan, cuenta);
+        conCuenta ? buscarOCrear(plan, suya, tituloAnalitica, nivelCuenta) : buscar(plan, suya);
     if (gRegistrosCuenta[0] == 0) return;
-    for (std::size_t nivel = 1; nivel < gRegistrosCuenta.size(); ++nivel) {
-        const auto longitud = static_cast<std::size_t>(std::max(0, plan.niveles[nivel]));
-        if (longitud == 0 || longitud >= cuenta.size()) continue;
-        const std::int32_t mayor = buscarOCrear(plan, cuenta.substr(0, longitud), capa_.gErrores(tituloMayor),
-                                                std::to_string(nivel));
-        // Two levels of one length have one parent, and it is posted once.
-        const bool nuevo = std::ranges::find(gRegistrosCuenta, mayor) == gRegistrosCuenta.end();
-        if (nuevo) gRegistrosCuenta[nivel] = mayor;
+    for (const Mayor& mayor : mayoresDe(suya, plan.niveles)) {
+        gRegistrosCuenta[mayor.nivel] =
+            buscarOCrear(plan, mayor.codigo, capa_.gErrores(tituloMayor), std::to_string(mayor.nivel));
     }
 }
 
@@ -137,7 +123,7 @@ void Totales::asegurar(const Plan& plan, std::string_view codigo, bool conCuenta
 // written yet is waited for; one whose record never comes is passed over.
 std::int32_t Totales::buscar(const Plan& plan, const std::string& codigo) {
     const std::string tabla = std::to_string(plan.tabla);
-    const int campo = tablas_.gCampoDePosicion(plan.tabla, posicion::codigo);
+    const int campo = tablas_.gCampoDePosicion(plan.tabla, cuenta::codigo);
     for (int espera = 0; espera < esperasDeRegistro; ++espera) {
         bool enCamino = false;
         tablas_.orden("S\\1\\" + tabla + "\\" + codigo);
@@ -183,19 +169,19 @@ void Totales::crear(const Plan& plan, const std::string& codigo, std::string_vie
     const CamposGuardados guardados(tablas_, plan.tabla);
     const auto campo = [&](int cual) { return tablas_.gCampoDePosicion(plan.tabla, cual); };
     tablas_.blanquear(plan.tabla);
-    tablas_.ponerCampo(plan.tabla, campo(posicion::codigo), codigo);
-    tablas_.ponerTexto(plan.tabla, posicion::titulo, titulo);
-    tablas_.ponerTexto(plan.tabla, posicion::nivel, nivel);
-    tablas_.ponerTexto(plan.tabla, posicion::analitica, "0");
-    for (const int base : {posicion::debe, posicion::haber}) {
-        for (int periodo = 0; periodo < periodos; ++periodo)
+    tablas_.ponerCampo(plan.tabla, campo(cuenta::codigo), codigo);
+    tablas_.ponerTexto(plan.tabla, cuenta::titulo, titulo);
+    tablas_.ponerTexto(plan.tabla, cuenta::nivel, nivel);
+    tablas_.ponerTexto(plan.tabla, cuenta::analitica, "0");
+    for (const int base : {cuenta::debe, cuenta::haber}) {
+        for (int periodo = 0; periodo < periodosCuenta; ++periodo)
             tablas_.ponerCampo(plan.tabla, campo(base) + periodo, "0");
     }
     tablas_.AnadirRegistro(plan.tabla);
 }
 
-void Totales::sumarEnCuentas(const Plan& plan, const Columna& columna, double importe) {
-    const int campo = tablas_.gCampoDePosicion(plan.tabla, columna.posicion) + columna.periodo;
+void Totales::sumarEnCuentas(const Plan& plan, const ColumnaPeriodo& columna, double importe) {
+    const int campo = tablas_.gCampoDePosicion(plan.tabla, columna.posicionBase()) + columna.periodo;
     for (const std::int32_t registro : gRegistrosCuenta) {
         if (registro > 0) sumarEnColumna(plan.tabla, registro, campo, importe);
     }
@@ -245,7 +231,7 @@ std::string Totales::SiguienteContadorAnalitica(std::string_view rutaCabecera) {
 // `numero`, or when a line has it already, one behind the highest in use.
 std::int64_t Totales::contadorLibre(std::int64_t numero) {
     const std::string tabla = std::to_string(tabla::anali);
-    const int campo = tablas_.gCampoDePosicion(tabla::anali, posicion::numeroAnalitica);
+    const int campo = tablas_.gCampoDePosicion(tabla::anali, linea::numeroAnalitica);
     while (tablas_.orden("S\\3\\" + tabla + "\\" + core::conCeros(numero, cifrasContador)) == estado::bien) {
         std::int64_t mayor = numero;
         if (tablas_.orden("L\\3\\" + tabla) == estado::bien) {
@@ -269,12 +255,12 @@ std::string Totales::SiguienteOrdenIva(std::string_view serie) {
     tablas_.gRegistro = 0;
     tablas_.orden("S\\3\\" + tabla + "\\" + buscada + std::string(ordenMayor));
     // An entry whose record is not there is no order of anybody.
-    while (tablas_.gRegistro > 0 && campo(posicion::serie).front() == '\0') {
+    while (tablas_.gRegistro > 0 && campo(iva::serie).front() == '\0') {
         if (tablas_.orden("P\\" + tabla) != estado::bien) tablas_.gRegistro = 0;
     }
     std::int64_t siguiente = 1;
-    if (tablas_.gRegistro > 0 && campo(posicion::serie) == buscada) {
-        siguiente = static_cast<std::int64_t>(core::Val(campo(posicion::orden))) + 1;
+    if (tablas_.gRegistro > 0 && campo(iva::serie) == buscada) {
+        siguiente = static_cast<std::int64_t>(core::Val(campo(iva::orden))) + 1;
     }
     return core::conCeros(siguiente, cifrasOrden);
 }

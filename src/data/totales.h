@@ -17,10 +17,12 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "data/capa_datos.h"
+#include "data/regla_totales.h"
 #include "data/tablas.h"
 
 namespace tarvoline::data {
@@ -67,20 +69,16 @@ class Totales {
         int posicion;  // of the account in a line
         const std::array<int, 9>& niveles;
     };
-    struct Columna {
-        int posicion = 0;  // base: 12 debit, 13 credit; 0: neither
-        int periodo = 0;
-    };
 
     Plan planCuentas() const;
     Plan planAnalitica() const;
-    Columna columnaDe(int lineas);
+    std::optional<ColumnaPeriodo> columnaDe(int lineas);
     void asegurar(const Plan& plan, std::string_view codigo, bool conCuenta);
     std::int32_t buscar(const Plan& plan, const std::string& codigo);
     std::int32_t buscarOCrear(const Plan& plan, const std::string& codigo, std::string_view titulo,
                               std::string_view nivel);
     void crear(const Plan& plan, const std::string& codigo, std::string_view titulo, std::string_view nivel);
-    void sumarEnCuentas(const Plan& plan, const Columna& columna, double importe);
+    void sumarEnCuentas(const Plan& plan, const ColumnaPeriodo& columna, double importe);
     void sumarEnColumna(int tabla, std::int32_t registro, int campo, double importe);
     void cambiarCabecera(std::string_view ruta, const std::function<void(CabeceraEmpresa&)>& cambiar);
     std::int64_t contadorLibre(std::int64_t numero);
