@@ -13,98 +13,99 @@ namespace tarvoline::link {
 
 // A line of the journal.
 struct ApunteClass {
-    std::string Cuenta;       // ten characters at most
-    std::string Descripción;  // 60
+    std::string Cuenta{};       // ten characters at most
+    std::string Descripción{};  // 60
     int TIPO = 0;
     double Importe = 0;
-    std::string Diario;  // one character, "1" to "9", "A" opening, "B" regularisation, "C" closing; else "1"
+    std::string
+        Diario{};  // one character, "1" to "9", "A" opening, "B" regularisation, "C" closing; else "1"
     std::uint8_t Punteo = 0;
-    std::string Canal;       // three digits; "N": the channel of the session
-    std::string Referencia;  // 20
+    std::string Canal{};       // three digits; "N": the channel of the session
+    std::string Referencia{};  // 20
     std::int32_t REGISTRO = 0;
-    std::string NOTAS;          // 250
-    std::string ArchivoImagen;  // path of a PDF to be kept with the entry
+    std::string NOTAS{};          // 250
+    std::string ArchivoImagen{};  // path of a PDF to be kept with the entry
 };
 
 // What a line of the journal is divided into.
 struct AnaliticaClass {
-    std::string CuentaContable;   // account of the journal line
-    std::string CuentaAnalitica;  // analytic account
-    std::string Descripción;      // "": that of the journal line
+    std::string CuentaContable{};   // account of the journal line
+    std::string CuentaAnalitica{};  // analytic account
+    std::string Descripción{};      // "": that of the journal line
     double Importe = 0;
 };
 
 // A line of the portfolio.
 struct CarteraClass {
-    std::string FechaVencimiento;
-    std::string Cuenta;
-    std::string cartera;  // code of the portfolio or bank, ten characters
-    std::string NOTAS;    // 99
+    std::string FechaVencimiento{};
+    std::string Cuenta{};
+    std::string cartera{};  // code of the portfolio or bank, ten characters
+    std::string NOTAS{};    // 99
     double Importe = 0;
-    std::string Marca;
-    std::string Fecha;    // of the entry, as read
-    std::string Asiento;  // of the entry, as read
+    std::string Marca{};
+    std::string Fecha{};    // of the entry, as read
+    std::string Asiento{};  // of the entry, as read
 };
 
 // A line of the book of invoices.
 struct IVAClass {
-    std::string CuentaClienteProveedor;
-    std::string CuentaIVA;
-    std::string Factura;
-    std::string FechaFactura;
-    std::string TipoIva;  // number of the rate ("2", "02", "A1"), or its percentage ("21.00")
-    std::string SRTC;     // series, one character
-    double Base = 0;      // 0: worked out from TOTAL
-    double TOTAL = 0;     // 0: worked out from Base
+    std::string CuentaClienteProveedor{};
+    std::string CuentaIVA{};
+    std::string Factura{};
+    std::string FechaFactura{};
+    std::string TipoIva{};  // number of the rate ("2", "02", "A1"), or its percentage ("21.00")
+    std::string SRTC{};     // series, one character
+    double Base = 0;        // 0: worked out from TOTAL
+    double TOTAL = 0;       // 0: worked out from Base
     std::uint8_t Prorata = 0;
-    std::string titulo;       // "": that of the account
-    std::string NIF;          // the same
-    std::string NumeroOrden;  // ten digits; "": the next of the series
-    std::string Referencia;
+    std::string titulo{};       // "": that of the account
+    std::string NIF{};          // the same
+    std::string NumeroOrden{};  // ten digits; "": the next of the series
+    std::string Referencia{};
     double CuotaProrrata = 0;  // worked out
-    std::string SerieFacturas;
-    std::string CLAVEOPERACION;
-    std::string FechaCobro;
-    std::string MedioCobro;
-    std::string DescripcionMedioCobro;
+    std::string SerieFacturas{};
+    std::string CLAVEOPERACION{};
+    std::string FechaCobro{};
+    std::string MedioCobro{};
+    std::string DescripcionMedioCobro{};
     double PorcRetencion = 0;
-    std::string RegimenEspecial;
+    std::string RegimenEspecial{};
     double Liquido = 0;  // 0: worked out
-    std::string SII_Codigo;
-    std::string SII_DescripcionDocumento;
-    std::string SII_Id;
-    std::string SII_FacturaExtendida;
-    std::string SII_FacturaRectificativa_DUA;
-    std::string SII_PeriodoPresentacion;  // "-1": the month of the entry; "0": none
+    std::string SII_Codigo{};
+    std::string SII_DescripcionDocumento{};
+    std::string SII_Id{};
+    std::string SII_FacturaExtendida{};
+    std::string SII_FacturaRectificativa_DUA{};
+    std::string SII_PeriodoPresentacion{};  // "-1": the month of the entry; "0": none
 };
 
 // A rate of VAT.
 struct TipoIvaClass {
     int TIPO = 0;  // its number
-    std::string Descripción;
-    std::string ClaveOp2;
-    std::string ClaveOp;
+    std::string Descripción{};
+    std::string ClaveOp2{};
+    std::string ClaveOp{};
     double Cuota = 0;    // percentage of the tax
     double Recargo = 0;  // percentage of the surcharge
 };
 
 // A line of a statement.
 struct ExtractoClass {
-    std::string Cuenta;
-    std::string Fecha;
-    std::string Asiento;
-    std::string Descripción;
+    std::string Cuenta{};
+    std::string Fecha{};
+    std::string Asiento{};
+    std::string Descripción{};
     int TIPO = 0;
     double Importe = 0;  // in the base currency as it stands on disk, a credit negative
-    std::string Diario;
+    std::string Diario{};
     std::uint8_t Punteo = 0;
-    std::string Canal;
-    std::string Referencia;
-    std::string Moneda;  // index in the currency table
+    std::string Canal{};
+    std::string Referencia{};
+    std::string Moneda{};  // index in the currency table
     double CambioMoneda = 0;
     double ValorEnMoneda = 0;
-    std::string Usuario;
-    std::string FechaGrabacion;
+    std::string Usuario{};
+    std::string FechaGrabacion{};
     std::int32_t REGISTRO = 0;
     double Debe = 0;
     double Haber = 0;
@@ -123,9 +124,9 @@ inline constexpr std::size_t periodosPlan = 15;
 
 // An account of a chart.
 struct PlanClass {
-    std::string Cuenta;
-    std::string titulo;
-    std::string Nivel;  // "0" an account for posting, "1" to "8" a parent
+    std::string Cuenta{};
+    std::string titulo{};
+    std::string Nivel{};  // "0" an account for posting, "1" to "8" a parent
     std::array<DebeClass, periodosPlan> coldebe{};
     std::array<HaberClass, periodosPlan> colhaber{};
     double DebeApertura = 0;
@@ -159,38 +160,38 @@ struct PlanClass {
     double HaberRegularizacion = 0;
     double HaberCierre = 0;
     bool EsAnalitica = false;
-    std::string NIF;
-    std::string NOTAS;
-    std::string OMITIR347;
-    std::string OMITIR415;
-    std::string Clave347;
-    std::string CriterioCaja;
+    std::string NIF{};
+    std::string NOTAS{};
+    std::string OMITIR347{};
+    std::string OMITIR415{};
+    std::string Clave347{};
+    std::string CriterioCaja{};
 };
 
 // Master data of an account.
 struct DatosClass {
-    std::string Cuenta;
-    std::string titulo;
-    std::string NIF;
-    std::string Direccion;
-    std::string cp;
-    std::string Municipio;
-    std::string Provincia;
-    std::string CVP;
+    std::string Cuenta{};
+    std::string titulo{};
+    std::string NIF{};
+    std::string Direccion{};
+    std::string cp{};
+    std::string Municipio{};
+    std::string Provincia{};
+    std::string CVP{};
     double Importe_347 = 0;
-    std::string Telefono;
-    std::string Fax;
+    std::string Telefono{};
+    std::string Fax{};
     double Riesgo = 0;
-    std::string TipoIva;
-    std::string NOTAS;
-    std::string Vencimientos;
-    std::string DiasDePago;
-    std::string email;
-    std::string PaginaWeb;
-    std::string Pais;
+    std::string TipoIva{};
+    std::string NOTAS{};
+    std::string Vencimientos{};
+    std::string DiasDePago{};
+    std::string email{};
+    std::string PaginaWeb{};
+    std::string Pais{};
     bool EsCriterioCaja = false;
-    std::string OMITIR347;
-    std::string OMITIR415;
+    std::string OMITIR347{};
+    std::string OMITIR415{};
     double Trimestre1_347 = 0;
     double Trimestre2_347 = 0;
     double Trimestre3_347 = 0;
@@ -199,8 +200,8 @@ struct DatosClass {
 
 // An entry by its date and number.
 struct FechaAsto {
-    std::string Fecha;
-    std::string Asiento;
+    std::string Fecha{};
+    std::string Asiento{};
     bool operator==(const FechaAsto&) const = default;
 };
 

@@ -41,9 +41,9 @@
 namespace tarvoline::link {
 
 struct PreguntaClave {
-    std::string titulo;   // "Clave"
-    std::string empresa;  // name of the company's file
-    int longitud = 4;     // most characters that can be typed
+    std::string titulo{};   // "Clave"
+    std::string empresa{};  // name of the company's file
+    int longitud = 4;       // most characters that can be typed
 };
 
 struct OpcionesEnlace {
@@ -54,14 +54,14 @@ struct OpcionesEnlace {
 
 // Arguments of a new company; an empty one takes its default.
 struct EmpresaNueva {
-    std::string NombreEmpresa;
-    std::string año;                     // its last two characters count
-    std::string Niveles;                 // five digits
-    std::string Auxiliares;              // four digits
-    std::string MonedaBase;              // number of the base currency's file
-    std::string MesApertura;             // first month of the accounting year
-    std::string PlanContablePorDefecto;  // template plan to copy: 0 and 1, 4 to 6, any other
-    std::string IvaIgic;
+    std::string NombreEmpresa{};
+    std::string año{};                     // its last two characters count
+    std::string Niveles{};                 // five digits
+    std::string Auxiliares{};              // four digits
+    std::string MonedaBase{};              // number of the base currency's file
+    std::string MesApertura{};             // first month of the accounting year
+    std::string PlanContablePorDefecto{};  // template plan to copy: 0 and 1, 4 to 6, any other
+    std::string IvaIgic{};
 };
 
 class TARVOLINE_PUBLICO Enlace {
