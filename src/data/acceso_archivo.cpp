@@ -1,7 +1,6 @@
 #include "data/acceso_archivo.h"
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <thread>
 
@@ -28,21 +27,20 @@ void esperarTurno(CapaDatos& capa, platform::Archivo* archivo, TipoBloqueo tipo)
     }
 }
 
-// Opens, runs `paso` and closes, until it goes through or the tries are used up: then the last error stands.
-std::optional<ErrorArchivo> repetir(CapaDatos& capa, std::string_view ruta, platform::Apertura apertura,
-                                    const OperacionArchivo& paso) {
-    const auto tipo =
-        apertura == platform::Apertura::lectura ? TipoBloqueo::compartido : TipoBloqueo::exclusivo;
+// Opens, runs `paso` and closes, until it goes through or the tries are used up: then the last error passes.
+void repetir(CapaDatos& capa, std::string_view ruta, platform::Apertura apertura,
+             const OperacionArchivo& paso) {
+    const bool lee = apertura == platform::Apertura::lectura;
     for (int intento = 1;; ++intento) {
         std::unique_ptr<platform::Archivo> archivo;
         try {
             archivo = capa.archivos.abrir(ruta, apertura, platform::Comparticion::compartida);
             paso(*archivo);
-            return std::nullopt;
+            return;
         } catch (const ErrorArchivo& error) {
-            if (!puedePasar(error) || intento >= capa.reintentosEmpresa.intentos) return error;
+            if (!puedePasar(error) || intento >= capa.reintentosEmpresa.intentos) throw;
         }
-        esperarTurno(capa, archivo.get(), tipo);
+        esperarTurno(capa, archivo.get(), lee ? TipoBloqueo::compartido : TipoBloqueo::exclusivo);
     }
 }
 
@@ -53,13 +51,17 @@ void avisarAbandono(const CapaDatos& capa, const ErrorArchivo& error) {
 }  // namespace
 
 bool leerEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& leer) {
-    const auto error = repetir(capa, ruta, platform::Apertura::lectura, leer);
-    if (error) avisarAbandono(capa, *error);
-    return !error;
+    try {
+        exigirEmpresa(capa, ruta, leer);
+        return true;
+    } catch (const ErrorArchivo& error) {
+        avisarAbandono(capa, error);
+        return false;
+    }
 }
 
 void exigirEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& leer) {
-    if (const auto error = repetir(capa, ruta, platform::Apertura::lectura, leer)) throw *error;
+    repetir(capa, ruta, platform::Apertura::lectura, leer);
 }
 
 bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar,
@@ -71,11 +73,14 @@ bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchi
         }
         cambiar(archivo);  // the lock ends with the handle
     };
-    const auto error = repetir(capa, ruta, platform::Apertura::escritura, conBloqueo);
-    if (!error) return true;
-    if (error->numero() == platform::error_archivo::permisoDenegado) throw *error;
-    avisarAbandono(capa, *error);
-    return false;
+    try {
+        repetir(capa, ruta, platform::Apertura::escritura, conBloqueo);
+        return true;
+    } catch (const ErrorArchivo& error) {
+        if (error.numero() == platform::error_archivo::permisoDenegado) throw;
+        avisarAbandono(capa, error);
+        return false;
+    }
 }
 
 }  // namespace tarvoline::data

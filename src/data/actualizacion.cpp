@@ -49,7 +49,7 @@ void GuardaVersionDatos::Actualizar(std::string_view ruta) const {
     if (!esNumeroEmpresa(numero)) return;
     const auto directorio = core::SepararRuta(ruta).directorio;
     for (const auto tabla : tablasEmpresa) {
-        crearSiFalta(capa_.archivos, directorio + std::string(tabla) + numero + ".QZD");
+        crearSiFalta(capa_.archivos, std::string(directorio).append(tabla).append(numero).append(".QZD"));
     }
 }
 

@@ -91,7 +91,7 @@ std::string grabarCabecera(CapaDatos& capa, const std::string& pedida, const Cab
     constexpr int intentos = 100;
     std::unique_ptr<platform::Archivo> archivo;
     for (int intento = 1;; ++intento) {
-        const auto ruta = NombreCabeceraLibre(capa.archivos, pedida);
+        auto ruta = NombreCabeceraLibre(capa.archivos, pedida);
         if (!crearNuevo(capa.archivos, ruta, &archivo)) {
             if (intento < intentos) continue;
             throw ErrorArchivo(platform::error_archivo::yaExiste, ruta, ruta + ": no free name");

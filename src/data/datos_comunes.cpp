@@ -38,7 +38,7 @@ std::string estrenar(CapaDatos& capa, std::string_view clave, const std::string&
                      std::string_view archivo) {
     if (capa.ajustes.leerCarpeta(clave) != carpeta) GrabarAjuste(capa, clave, carpeta);
     CrearCarpetas(capa.carpetas, carpeta);
-    const auto ruta = carpeta + std::string(archivo);
+    auto ruta = carpeta + std::string(archivo);
     const auto enviada = CarpetaPrograma(capa.carpetas) + std::string(archivo);
     try {
         if (!platform::existe(capa.archivos, ruta) && platform::existe(capa.archivos, enviada)) {
@@ -61,7 +61,7 @@ std::string RutaDatoComun(CapaDatos& capa, std::string_view clave, std::string_v
     const auto carpeta = carpetaPorDefecto(capa, clave);
     const bool yaEraEsa = ajuste.empty() || ajuste == carpeta;
     if (yaEraEsa) {
-        const auto ruta = estrenar(capa, clave, carpeta, archivo);
+        auto ruta = estrenar(capa, clave, carpeta, archivo);
         if (seAbre(capa, ruta)) return ruta;
     }
     const auto pedida = (yaEraEsa ? carpeta : ajuste) + std::string(archivo);

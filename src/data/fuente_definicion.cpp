@@ -1,6 +1,7 @@
 #include "data/fuente_definicion.h"
 
 #include <algorithm>
+#include <array>
 
 #include "motor/formato.h"
 
@@ -17,8 +18,12 @@ struct Clase {
     int ancho;  // declared where the type gives the bytes: characters that the value takes on paper
 };
 constexpr Clase claseTexto{"texto", 0, 0};
-constexpr Clase clases[] = {claseTexto,       {"entero16", 1, 6},  {"simple", 2, 8},
-                            {"doble", 3, 12}, {"entero32", 4, 11}, {"fecha", 5, 6}};
+constexpr std::array<Clase, 6> clases{{claseTexto,
+                                       {"entero16", 1, 6},
+                                       {"simple", 2, 8},
+                                       {"doble", 3, 12},
+                                       {"entero32", 4, 11},
+                                       {"fecha", 5, 6}}};
 
 const Clase& claseDe(const LineaFuente& linea, std::string_view nombre) {
     for (const auto& clase : clases) {
@@ -63,7 +68,7 @@ class Lectura {
         campo.posicion = linea.entero("the position", 1, mayorNumero);
         const auto& clase = claseDe(linea, linea.palabra());
         campo.tipo = clase.tipo;
-        campo.ancho = &clase == clases ? linea.entero("the width", 1, mayorNumero) : clase.ancho;
+        campo.ancho = &clase == clases.data() ? linea.entero("the width", 1, mayorNumero) : clase.ancho;
         campo.forma = formaDeTipo(campo.tipo);
         campo.nombre = linea.texto("the title", mayorTitulo);
         if (definicion_.campoDeNombre(campo.nombre) != 0) {

@@ -47,7 +47,7 @@ void LineaFuente::rechazar(const std::string& motivo) const {
 
 std::string LineaFuente::palabra() {
     const auto fin = resto_.find_first_of(blancos);
-    const auto palabra = resto_.substr(0, fin);
+    auto palabra = resto_.substr(0, fin);
     resto_ = fin == std::string::npos ? std::string() : std::string(recortado(resto_.substr(fin)));
     return palabra;
 }

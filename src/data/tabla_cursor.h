@@ -100,7 +100,7 @@ class TablaCursor {
     void soltarFila();
     int campoDe(int posicion, int indice);
     std::string textoDe(int campo) const;
-    void escribir(int campo, std::string bytes);
+    void escribir(int campo, const std::string& bytes);
     void anadir();
     void cambiar();
     void grabarFila(const std::vector<std::string>& nuevos);

@@ -104,10 +104,10 @@ void TablaCursor::EscribirCampo(int posicion, int indice, std::string_view valor
 void TablaCursor::EscribirCampo(int posicion, int indice, double valor) {
     std::string texto;
     ponerTextoDeNumero(valor, texto);
-    escribir(campoDe(posicion, indice), std::move(texto));
+    escribir(campoDe(posicion, indice), texto);
 }
 
-void TablaCursor::escribir(int campo, std::string bytes) {
+void TablaCursor::escribir(int campo, const std::string& bytes) {
     if (cambio_ == Cambio::ninguno) throw ErrorCursor("no change of a row has been started");
     ajustarCampo(tablas_.definicion(ranura_).campo(campo), bytes, campos_.at(indiceDe(campo)));
     if (std::ranges::find(escritos_, campo) == escritos_.end()) escritos_.push_back(campo);

@@ -75,7 +75,9 @@ QPalette paletaOscura() {
 
 void vestir(QApplication& aplicacion) {
     cargarIconos();
-    QApplication::setStyle(std::make_unique<Estilo>().release());  // the application owns it
+    // The application owns it.
+    QApplication::setStyle(
+        std::make_unique<Estilo>().release());  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
     QApplication::setWindowIcon(iconoPrograma());
     const bool yaOscura = aplicacion.palette().color(QPalette::Window).lightness() < 128;
     if (!yaOscura && quiereOscuro()) {

@@ -122,6 +122,16 @@ bool recorrerContra(MotorIndexados& motor, const ModeloTabla& modelo) {
     return false;
 }
 
+// What no walk of the keys comes by may be lost, too: the free pages.
+bool revisionVeDanno(motor::ArchivoClaves& archivo) {
+    try {
+        EXPECT_EQ(motor::revisar(archivo).fallo, "");
+        return false;
+    } catch (const motor::ErrorMotor&) {
+        return true;
+    }
+}
+
 // Any part of what was written since the last synchronisation is lost. The file is then sound, as of some
 // commit, or damage is found out: no answer is ever wrong, and the next opening knows.
 TEST(Muerte, corteDeCorriente) {
@@ -154,13 +164,10 @@ TEST(Muerte, corteDeCorriente) {
             ASSERT_EQ(estado, 0);
             const auto numero = motor::numeroDe(motor.archivo(2).cabecera().sello);
             ASSERT_TRUE(estados.contains(numero));
-            dannado = recorrerContra(motor, estados.at(numero));
+            dannado = recorrerContra(motor, estados.at(numero)) || revisionVeDanno(motor.archivo(2));
         }
         ++finales[dannado ? 1 : 0];
-        if (!dannado) {
-            EXPECT_EQ(motor::revisar(motor.archivo(2)).fallo, "");
-            continue;
-        }
+        if (!dannado) continue;
         // The next opening knows, and the file can be made anew.
         mandar(motor, "K");
         ASSERT_EQ(mandar(motor, abrir).estado, 1);
