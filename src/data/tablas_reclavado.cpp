@@ -9,7 +9,7 @@
 #include <thread>
 
 #include "core/texto.h"
-#include "data/claves_tabla.h"
+#include "data/clavado.h"
 #include "data/tablas.h"
 #include "data/tablas_insistir.h"
 #include "data/utilidades.h"
@@ -24,7 +24,6 @@ namespace estado = motor::estado;
 // Others let go of the file as soon as they see that they must wait.
 constexpr int intentosDeCrear = 250;
 constexpr std::chrono::milliseconds pausaDeCrear{4};
-constexpr std::uint64_t bytesBloque = 1U << 20U;
 // The first character that an invalid name is told by.
 constexpr unsigned char codigoSospechoso = 93;
 
@@ -80,47 +79,13 @@ void Tablas::mostrarFalloDeCrear(int tabla) {
 
 void Tablas::insertarTodas(int tabla) {
     Ranura& ranura = ranuraDe(tabla);
-    const std::int64_t ultimo = lugares(ranura);
-    const auto longitud = static_cast<std::uint64_t>(definicion(tabla).gLongitudRegistro);
-    const std::uint64_t porBloque = std::max<std::uint64_t>(1, bytesBloque / longitud);
-    std::string bloque(porBloque * longitud, '\0');
-    std::vector<std::string> campos = ranura.gCampos;
-    std::int64_t numero = 1;
-    while (numero <= ultimo) {
-        const platform::Rango rango{static_cast<std::uint64_t>(numero - 1) * longitud, bloque.size()};
-        std::uint64_t leidos = 0;
-        insistir(*ranura.archivo, rango, TipoBloqueo::compartido, [&] {
-            leidos = ranura.archivo->leer(rango.desde, std::as_writable_bytes(std::span(bloque)));
-        });
-        for (std::uint64_t i = 0; i < porBloque && numero <= ultimo; ++i, ++numero) {
-            const bool entero = (i + 1) * longitud <= leidos;
-            const std::string_view registro = std::string_view(bloque).substr(i * longitud, longitud);
-            insertarLeido(tabla, entero ? registro : std::string_view(), numero, campos);
-        }
-    }
-}
-
-// An empty `registro` stands for one that is not whole.
-void Tablas::insertarLeido(int tabla, std::string_view registro, std::int64_t numero,
-                           std::vector<std::string>& campos) {
-    const DefinicionTabla& def = definicion(tabla);
-    const bool vivo = estadoDeRegistro(registro) == EstadoRegistro::vivo;
-    if (vivo) {
-        descifrarRegistro(def, registro, campos);
-    } else {
-        blanquearCampos(def, campos);
-    }
-    gComando.assign("I\\").append(std::to_string(tabla));
-    anadirClaves(def, campos, gComando);
-    LlamarIndexados();
-    if (gEstado != estado::bien || gRegistro != numero) {
-        throw motor::ErrorMotor(ranura(tabla).rutaClaves + ": record " + std::to_string(numero) +
-                                " could not be keyed again, status " + std::to_string(gEstado));
-    }
-    if (vivo) return;
-    gComando = "D\\" + std::to_string(numero) + "\\Y\\" + std::to_string(tabla);
-    anadirClaves(def, campos, gComando);
-    LlamarIndexados();
+    const auto leer = [&](std::uint64_t posicion, std::span<std::byte> destino) {
+        std::size_t leidos = 0;
+        insistir(*ranura.archivo, {posicion, destino.size()}, TipoBloqueo::compartido,
+                 [&] { leidos = ranura.archivo->leer(posicion, destino); });
+        return leidos;
+    };
+    clavarRegistros(definicion(tabla), lugares(ranura), leer, gMotor_->archivo(static_cast<unsigned>(tabla)));
 }
 
 }  // namespace tarvoline::data

@@ -26,7 +26,7 @@ using platform::TipoBloqueo;
 constexpr unsigned bitsCubeta = 8;
 constexpr std::size_t cubetasPorMirada = 1024;
 constexpr std::uint64_t cadaCuantos = 4096;
-constexpr std::chrono::milliseconds esperaDeInsercion{5000};
+constexpr std::chrono::milliseconds esperaDeInsercion{1000};
 constexpr std::chrono::milliseconds pausas[] = {std::chrono::milliseconds{20}, std::chrono::milliseconds{100},
                                                 std::chrono::milliseconds{300},
                                                 std::chrono::milliseconds{600}};
@@ -196,6 +196,14 @@ class Cotejo {
         exigirSanas(motor::revisar(*claves_, [&](unsigned clave, std::string_view texto, std::uint32_t r) {
             avanzar();
             ++resultado_.entradas[clave - 1];
+            if (r > claves_->cabecera().contador) {
+                contar({r,
+                        Desacuerdo::entradaSinRegistro,
+                        static_cast<int>(clave),
+                        std::string(texto),
+                        {},
+                        EstadoRegistro::sinEscribir});
+            }
             if (r <= tope_) sumas_[clave - 1][cubetaDe(r)] -= marcaDe(r, texto);
         }));
     }
