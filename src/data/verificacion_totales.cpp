@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <limits>
 #include <set>
 #include <thread>
 #include <tuple>
@@ -100,6 +101,7 @@ void RevisionTotales::sumarPlan(Plan& plan, const Progreso& progreso) {
         mala.tabla = plan.tablaLineas;
         mala.registro = registro;
         mala.cuenta = core::aUtf8(cuenta);
+        mala.presente = std::numeric_limits<double>::quiet_NaN();
         importesMalos_.push_back(mala);
     };
     plan.sumas.sumar(plan.lineas, plan.posicionCuenta, plan.posicionImporte, anotar, progreso);

@@ -3,19 +3,14 @@
 
 #include <CLI/CLI.hpp>
 #include <iostream>
-#include <memory>
 
-#include "core/ajustes.h"
 #include "core/carpetas.h"
-#include "data/capa_datos.h"
 #include "data/crear_empresa.h"
 #include "data/vista_nombrada.h"
-#include "platform/arbol_ajustes.h"
-#include "platform/archivos.h"
-#include "platform/carpetas_sistema.h"
 #include "platform/reloj.h"
 #include "tools/demo_archivos.h"
 #include "tools/demo_registros.h"
+#include "tools/taller.h"
 
 namespace {
 
@@ -32,29 +27,7 @@ struct Encargo {
     std::string usuario = "panaderia", clave = "masa1234", carpetaServicio = "DATOS";
 };
 
-// The objects that the data layer works with.
-class Taller {
-  public:
-    Taller()
-        : archivos_(platform::crearSistemaArchivos()),
-          arbol_(
-              platform::crearArbolAjustes(*archivos_, platform::carpetaConfiguracion() + "/QZ/ajustes.ini")),
-          ajustes_(*arbol_),
-          carpetas_(*archivos_, ajustes_, platform::carpetaTemporal()),
-          reloj_(platform::crearReloj()),
-          capa_{*archivos_, ajustes_, carpetas_, *reloj_} {}
-
-    data::CapaDatos& capa() { return capa_; }
-    platform::SistemaArchivos& archivos() { return *archivos_; }
-
-  private:
-    std::unique_ptr<platform::SistemaArchivos> archivos_;
-    std::unique_ptr<platform::ArbolAjustes> arbol_;
-    core::Ajustes ajustes_;
-    core::Carpetas carpetas_;
-    std::unique_ptr<platform::Reloj> reloj_;
-    data::CapaDatos capa_;
-};
+using tools::Taller;
 
 void contar(const std::string& que, const std::string& donde, std::size_t bytes) {
     std::cout << que << ": " << donde << " (" << bytes << " bytes)\n";

@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
     tools::anadirVolcar(programa, tarea);
     tools::anadirVerificar(programa, tarea);
     tools::anadirReindexar(programa, tarea);
+    tools::anadirRecalcular(programa, tarea);
     try {
         programa.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -24,5 +24,6 @@ void anadirPlan(CLI::App& programa, TareaTabla& tarea);
 void anadirVolcar(CLI::App& programa, TareaTabla& tarea);
 void anadirVerificar(CLI::App& programa, TareaTabla& tarea);
 void anadirReindexar(CLI::App& programa, TareaTabla& tarea);
+void anadirRecalcular(CLI::App& programa, TareaTabla& tarea);
 
 }  // namespace tarvoline::tools

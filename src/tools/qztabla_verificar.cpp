@@ -4,6 +4,7 @@
 #include "core/carpetas.h"
 #include "core/texto.h"
 #include "qztabla.h"
+#include "qztabla_empresa.h"
 #include "qztabla_tabla.h"
 
 namespace tarvoline::tools {
@@ -17,6 +18,9 @@ constexpr const char* ayuda =
     "campos,\n"
     "y ninguno más. Escribe cada discrepancia con su registro, las cuentas y el SHA-256 de lo que escribe\n"
     "\"qztabla volcar\".\n"
+    "De una empresa (.QZT) comprueba así sus nueve tablas y, además, que las columnas de cada cuenta y "
+    "mayor,\n"
+    "CARGOSA, ABONOSA y el contador de la analítica son los de los apuntes.\n"
     "Salida: 0 sana, 1 hay discrepancias, 2 argumentos malos, 3 no se puede leer.";
 
 int verificarUna(const TablaPedida& pedida) {
@@ -42,16 +46,14 @@ bool esEmpresa(const std::string& ruta) {
 
 void anadirVerificar(CLI::App& programa, TareaTabla& tarea) {
     const auto pedida = std::make_shared<TablaPedida>();
-    auto* orden = programa.add_subcommand("verificar", "Comprueba una tabla y sus claves");
+    auto* orden =
+        programa.add_subcommand("verificar", "Comprueba una tabla y sus claves, o una empresa entera");
     orden->footer(ayuda);
-    pedida->anadirOpciones(*orden, "Tabla (.QZD)");
+    pedida->anadirOpciones(*orden, "Tabla (.QZD) o empresa (.QZT)");
     orden->callback([pedida, &tarea] {
         tarea = [pedida] {
             try {
-                if (esEmpresa(pedida->ruta)) {
-                    throw std::runtime_error(pedida->ruta + ": give a table (.QZD)");
-                }
-                return verificarUna(*pedida);
+                return esEmpresa(pedida->ruta) ? verificarEmpresa(pedida->ruta) : verificarUna(*pedida);
             } catch (const std::exception& error) {
                 std::cout.flush();
                 std::cerr << "qztabla: " << error.what() << '\n';
