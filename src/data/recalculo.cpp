@@ -1,8 +1,10 @@
 #include "data/recalculo.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <optional>
+#include <thread>
 
 #include "core/texto.h"
 #include "data/acceso_archivo.h"
@@ -24,14 +26,25 @@ struct TablaDeCuentas {
 };
 constexpr TablaDeCuentas tablasDeCuentas[] = {{tabla::planc, "PLANC"}, {tabla::costo, "Costo"}};
 
+// Programs open the tables around each operation: one that works on its own has them shut for most of a
+// second.
+constexpr int intentos = 100;
+constexpr std::chrono::milliseconds entreIntentos{10};
+
 // The revision with the lines held; nothing when somebody else has them open.
 std::optional<RevisionTotales> revisionSola(CapaDatos& capa) {
-    try {
-        return std::optional<RevisionTotales>(std::in_place, capa, TablaSuelta::Acceso::sola);
-    } catch (const platform::ErrorArchivo& error) {
-        if (error.numero() != platform::error_archivo::permisoDenegado) throw;
-        return std::nullopt;
+    std::string retenido;
+    for (int intento = 0; intento < intentos; ++intento) {
+        if (intento > 0) std::this_thread::sleep_for(entreIntentos);
+        try {
+            return std::optional<RevisionTotales>(std::in_place, capa, TablaSuelta::Acceso::sola);
+        } catch (const platform::ErrorArchivo& error) {
+            if (error.numero() != platform::error_archivo::permisoDenegado) throw;
+            retenido = error.ruta();
+        }
+        capa.archivos.abrir(retenido, platform::Apertura::escritura);  // throws where there is no right to it
     }
+    return std::nullopt;
 }
 
 // Accounts are looked up and made by their keys, so these must be those of the records.

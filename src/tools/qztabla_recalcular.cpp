@@ -25,7 +25,7 @@ constexpr const char* ayuda =
     "terminar. Si se corta a medias, otra ejecución termina el trabajo. Las claves deben estar sanas\n"
     "(\"qztabla verificar\", \"qztabla reindexar\").\n"
     "Salida: 0 nada que cambiar, o todo cambiado; 1 hay cambios sin hacer; 2 argumentos malos; 3 no se puede "
-    "leer;\n"
+    "leer o escribir;\n"
     "4 otros programas tienen abierta la empresa: no se ha cambiado nada.";
 
 std::string_view nombreDe(int numero) {
@@ -60,7 +60,7 @@ int ensenar(data::CapaDatos& capa, LineaProgreso& linea) {
     linea.borrar();
     imprimirCambios(totales.diferencias);
     if (totales.diferencias.empty()) return salida::hecho;
-    std::cerr << "qztabla: nada se ha escrito; con --aplicar se escribe\n";
+    std::cerr << "qztabla: nothing was written; --aplicar writes it\n";
     return salida::fallo;
 }
 
@@ -75,18 +75,21 @@ int aplicar(data::CapaDatos& capa, LineaProgreso& linea) {
         case Recalculo::Fin::hecho:
             return salida::hecho;
         case Recalculo::Fin::enUso:
-            std::cerr << "qztabla: otros programas tienen abierta la empresa; no se ha cambiado nada\n";
+            std::cerr << "qztabla: the company is in use by another program, or may not be written; nothing "
+                         "was changed\n";
             return salida::enUso;
         case Recalculo::Fin::clavesMalas:
-            std::cerr << "qztabla: " << resultado.tabla
-                      << ": las claves no concuerdan con los registros; reindexe la tabla antes\n";
+            std::cerr
+                << "qztabla: " << resultado.tabla
+                << ": the keys disagree with the records; key the table anew first (qztabla reindexar)\n";
             return salida::fallo;
         case Recalculo::Fin::importesMalos:
             imprimirCambios(resultado.cambios);
-            std::cerr << "qztabla: hay apuntes sin importe; no se ha cambiado nada\n";
+            std::cerr << "qztabla: there are lines without an amount; nothing was changed\n";
             return salida::fallo;
         case Recalculo::Fin::aMedias:
-            std::cerr << "qztabla: no se ha podido cambiar todo; quedan " << resultado.cambios.size() << '\n';
+            std::cerr << "qztabla: not everything could be changed: " << resultado.cambios.size()
+                      << " differ still\n";
             return salida::fallo;
     }
     return salida::fallo;

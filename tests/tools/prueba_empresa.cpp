@@ -277,7 +277,7 @@ TEST_F(Empresa, LoQueNoSePuedeRehacer) {
     fs::rename(mundo.datos("PLANC01.QZC"), mundo.datos("otra"));
     auto dannados = archivos();
     EXPECT_EQ(recalcular("--aplicar"), 1);
-    EXPECT_THAT(errores(), HasSubstr("PLANC01.QZD: las claves no concuerdan"));
+    EXPECT_THAT(errores(), HasSubstr("PLANC01.QZD: the keys disagree"));
     EXPECT_EQ(archivos(), dannados);
     fs::rename(mundo.datos("otra"), mundo.datos("PLANC01.QZC"));
     {
