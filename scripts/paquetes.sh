@@ -3,7 +3,7 @@
 
 paquetes_construir=(g++ cmake ninja-build pkg-config
   libzip-dev libdeflate-dev zlib1g-dev libpugixml-dev libcurl4-openssl-dev libcpp-httplib-dev libssl-dev
-  libsqlite3-dev libcli11-dev libspdlog-dev nlohmann-json3-dev ca-certificates
+  libsqlite3-dev libcli11-dev libspdlog-dev nlohmann-json3-dev pybind11-dev python3-dev ca-certificates
   qt6-base-dev libqt6svg6 qt6-svg-dev qt6-translations-l10n fonts-dejavu-core)
 paquetes_pantalla=(xvfb xauth xdotool openbox imagemagick)  # the window where there is no display
 paquetes_probar=(googletest libgtest-dev libgmock-dev python3 unzip zip openssl procps

@@ -17,8 +17,7 @@ struct ApunteClass {
     std::string Descripción{};  // 60
     int TIPO = 0;
     double Importe = 0;
-    std::string
-        Diario{};  // one character, "1" to "9", "A" opening, "B" regularisation, "C" closing; else "1"
+    std::string Diario{};  // "1" to "9", "A" opening, "B" regularisation, "C" closing; any other is "1"
     std::uint8_t Punteo = 0;
     std::string Canal{};       // three digits; "N": the channel of the session
     std::string Referencia{};  // 20

@@ -2,12 +2,27 @@
 
 #include "link/contexto_interior.h"
 #include "platform/carpetas_sistema.h"
+#include "platform/modulo.h"
 
 namespace tarvoline::link {
 
 namespace {
 
 constexpr const char* archivoAjustes = "/QZ/ajustes.ini";
+
+// The folder beside which share/tarvoline lies: that from which this code was loaded, or the nearest above
+// it, as libraries and modules lie in folders below lib/. The caller's own program tells nothing of it.
+std::string carpetaParaPrograma(platform::SistemaArchivos& archivos) {
+    const std::string suya = platform::carpetaDelModulo();
+    std::string carpeta = suya;
+    while (!carpeta.empty()) {
+        const std::string arriba = core::SepararRuta(carpeta).directorio;
+        if (arriba.size() <= 1) break;
+        if (platform::existe(archivos, arriba + "share/tarvoline")) return carpeta;
+        carpeta = arriba.substr(0, arriba.size() - 1);
+    }
+    return suya;
+}
 
 }  // namespace
 
@@ -18,7 +33,7 @@ PropiosDelSistema::PropiosDelSistema()
       arbolMaquina(
           platform::crearArbolMaquina(*archivos, platform::carpetaConfiguracionMaquina() + archivoAjustes)),
       ajustes(*arbol, arbolMaquina.get()),
-      carpetas(*archivos, ajustes, platform::carpetaTemporal()) {}
+      carpetas(*archivos, ajustes, platform::carpetaTemporal(), carpetaParaPrograma(*archivos)) {}
 
 Contexto::Interior::Interior(platform::SistemaArchivos& archivos, core::Ajustes& ajustes,
                              core::Carpetas& carpetas, platform::Reloj& reloj)
