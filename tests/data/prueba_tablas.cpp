@@ -561,6 +561,49 @@ TEST(Tablas, ArchivosGrandes) {
     EXPECT_EQ(t.LeerRegistro(tabla, lejos - 71'582'789), EstadoRegistro::sinEscribir);  // 4 GiB below
 }
 
+// The same with keys, made anew from a file whose records are wide enough to pass 4 GiB soon: new records go
+// behind it.
+TEST(Tablas, ArchivosGrandesConClaves) {
+    constexpr int campos = 80, ancho = 789;  // 63,120 bytes a record
+    constexpr std::int32_t hay = 70'000;     // 4.4 GB, sparse
+    MundoTablas m;
+    data::DefinicionTabla ancha;
+    for (int i = 1; i <= campos; ++i) {
+        data::CampoTabla campo;
+        campo.nombre = "CAMPO " + std::to_string(i);
+        campo.ancho = ancho;
+        campo.posicion = i;
+        ancha.campos.push_back(campo);
+    }
+    ancha.gNumeroCampos = campos;
+    ancha.claves[1] = {{1, 1, 10}};
+    ancha.numeroClaves = 1;
+    m.carpeta.escribir("programa/EXTRA.QZA", data::componerDefinicion(ancha));
+    const std::uint64_t largo = std::uint64_t{campos} * ancho;
+    Tablas t(m.capa);
+    ASSERT_TRUE(m.abrir(t, tabla, "EXTRA"));
+    for (std::int32_t i = 1; i <= hay; ++i) {  // numbers of records that have gone
+        t.orden("I\\2\\x");
+        t.orden("D\\" + std::to_string(i) + "\\Y\\2\\x");
+    }
+    t.CerrarTodo();
+    m.archivos->abrir(m.datos("EXTRA07.QZD"), platform::Apertura::crear)->truncar(hay * largo);
+
+    ASSERT_TRUE(m.abrir(t, tabla, "EXTRA"));
+    t.blanquear(tabla);
+    t.ponerCampo(tabla, 1, "FAR");
+    t.ponerCampo(tabla, campos, "the last field");
+    t.AnadirRegistro(tabla);
+    EXPECT_EQ(t.gRegistro, hay + 1);
+    t.blanquear(tabla);
+    t.orden("S\\1\\2\\FAR");
+    EXPECT_EQ(t.gRegistro, hay + 1);
+    EXPECT_EQ(t.LeerRegistro(tabla, t.gRegistro), EstadoRegistro::vivo);
+    EXPECT_EQ(t.texto(tabla, campos), "the last field");
+    EXPECT_EQ(t.cuantosRegistros(tabla), hay + 1);
+    EXPECT_EQ(m.archivos->estado(m.datos("EXTRA07.QZD"))->longitud, (hay + 1) * largo);
+}
+
 TEST(Tablas, LoSincronizadoAlCerrar) {
     MundoTablas m;
     m.ajustes.GrabarRegistro("SincronizarAlCerrar", "1");
