@@ -1,6 +1,7 @@
 #include "data/recalculo.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
 #include <optional>
@@ -24,7 +25,7 @@ struct TablaDeCuentas {
     int numero;
     const char* nombre;
 };
-constexpr TablaDeCuentas tablasDeCuentas[] = {{tabla::planc, "PLANC"}, {tabla::costo, "Costo"}};
+constexpr std::array<TablaDeCuentas, 2> tablasDeCuentas{{{tabla::planc, "PLANC"}, {tabla::costo, "Costo"}}};
 
 // Programs open the tables around each operation: one that works on its own has them shut for most of a
 // second.

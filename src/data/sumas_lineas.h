@@ -31,9 +31,10 @@ class SumaExacta {
 };
 
 // The 15 debit columns, then the 15 credit columns of an account.
-inline constexpr std::size_t columnasCuenta = 2 * periodosCuenta;
+inline constexpr std::size_t columnasCuenta = 2 * static_cast<std::size_t>(periodosCuenta);
 inline std::size_t lugarDeColumna(const ColumnaPeriodo& columna) {
-    return static_cast<std::size_t>(columna.periodo + (columna.haber ? periodosCuenta : 0));
+    const int lugar = columna.periodo + (columna.haber ? periodosCuenta : 0);
+    return static_cast<std::size_t>(lugar);
 }
 using SaldosCuenta = std::array<SumaExacta, columnasCuenta>;
 using SaldosPorCuenta = std::unordered_map<std::string, SaldosCuenta>;

@@ -124,9 +124,10 @@ void Totales::asegurar(const Plan& plan, std::string_view codigo, bool conCuenta
 std::int32_t Totales::buscar(const Plan& plan, const std::string& codigo) {
     const std::string tabla = std::to_string(plan.tabla);
     const int campo = tablas_.gCampoDePosicion(plan.tabla, cuenta::codigo);
+    const std::string busqueda = "S\\1\\" + tabla + "\\" + codigo;
     for (int espera = 0; espera < esperasDeRegistro; ++espera) {
         bool enCamino = false;
-        tablas_.orden("S\\1\\" + tabla + "\\" + codigo);
+        tablas_.orden(busqueda);
         while (tablas_.gEstado == estado::bien) {
             const std::int32_t registro = tablas_.gRegistro;
             const std::string suyo = sinBlancos(tablas_.LeerCampo(plan.tabla, registro, campo));

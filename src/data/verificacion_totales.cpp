@@ -21,8 +21,9 @@ namespace {
 
 using Diferencias = std::vector<DiferenciaTotal>;
 
-constexpr int vueltas = 3;
-constexpr std::chrono::milliseconds entreVueltas{200};
+// Equal amounts posted again and again may differ by the same twice, hardly ever so often.
+constexpr int vueltas = 6;
+constexpr std::chrono::milliseconds entreVueltas{100};
 
 std::string_view codigoDe(const DefinicionTabla& definicion, std::string_view registro) {
     const CampoTabla& campo = definicion.campo(definicion.campoDePosicion(posicion_cuenta::codigo));

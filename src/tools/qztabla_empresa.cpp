@@ -35,6 +35,7 @@ class Examen {
             for (const auto& una : totales.diferencias)
                 escribir(data::frase(una));
             linea_.borrar();
+            if (totales.enUso) std::cout << "Otros programas trabajan en la empresa.\n";
             std::cout << "cuentas: " << totales.cuentas
                       << "\ncuentas con apuntes fuera del plan: " << totales.cuentasFueraDelPlan
                       << "\nsuma del debe: " << data::textoDeImporte(totales.debe)

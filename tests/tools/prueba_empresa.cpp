@@ -1,7 +1,9 @@
 // qztabla on a whole company: what postings leave is sound, damage is named, and recalcular mends it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstdlib>
@@ -26,6 +28,8 @@ using testing::HasSubstr;
 namespace tabla = data::tabla;
 namespace linea = data::posicion_linea;
 namespace fs = std::filesystem;
+
+constexpr std::uint64_t largoApunte = 465;
 
 using Saldos = std::map<std::string, std::vector<std::string>>;
 
@@ -234,6 +238,38 @@ TEST_F(Empresa, VariosProcesosContabilizanYNadaSePierde) {
     });
     EXPECT_EQ(verificar(), 0) << salida() << errores();
     EXPECT_THAT(salida(), HasSubstr("registros vivos: 300\n"));
+}
+
+// A program at work is no disagreement; one that is killed at it leaves what the two commands mend.
+TEST_F(Empresa, MatadoEnPlenoTrabajo) {
+    for (int vez = 0; vez < 5; ++vez) {
+        SCOPED_TRACE("time " + std::to_string(vez));
+        const auto longitud = [&] { return mundo.archivos->estado(mundo.datos("EXTRA01.QZD"))->longitud; };
+        const auto antes = longitud();
+        const pid_t hijo = ::fork();
+        ASSERT_GE(hijo, 0);
+        if (hijo == 0) {
+            try {
+                for (unsigned i = 0;; ++i)
+                    contabilizarMucho(i * 10 + static_cast<unsigned>(vez), 100);
+            } catch (const std::exception&) {
+                ::_exit(1);
+            }
+        }
+        int estado = 0;
+        while (longitud() < antes + 40 * largoApunte && ::waitpid(hijo, &estado, WNOHANG) == 0)
+            ::usleep(1000);
+        const int enMarcha = vez == 0 ? verificar() : 0;
+        const std::string dicho = vez == 0 ? salida() : "";
+        ::kill(hijo, SIGKILL);
+        ASSERT_EQ(::waitpid(hijo, &estado, 0), hijo);
+        ASSERT_TRUE(WIFSIGNALED(estado)) << "it ended by itself";
+        EXPECT_EQ(enMarcha, 0) << dicho;
+        for (const char* una : {"PLANC", "EXTRA", "COSTO", "ANALI"})
+            ASSERT_EQ(correr("reindexar '" + mundo.datos(una) + "01.QZD'"), 0) << errores();
+        ASSERT_EQ(recalcular("--aplicar"), 0) << errores();
+        ASSERT_EQ(verificar(), 0) << salida();
+    }
 }
 
 // Cut short at any write, another run finishes.
