@@ -124,6 +124,9 @@ class TARVOLINE_PUBLICO Enlace {
     std::string GET_TOTAL(std::string_view nombre);
     void PUT_TOTAL(std::string_view nombre, std::string_view valor, std::string_view archivo = {});
 
+    // With the right code and a number other than 99 shows the number in a box; nothing else.
+    void MASTER(std::int32_t funcion, std::string_view codigo);
+
     // Two-digit code of the user that entries are posted under, "99" from the start.
     const std::string& Usuario() const;
     void Usuario(std::string_view usuario);

@@ -64,17 +64,21 @@ void exigirEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchiv
     repetir(capa, ruta, platform::Apertura::lectura, leer);
 }
 
-bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar,
-                    platform::Rango rango) {
-    const auto conBloqueo = [&](platform::Archivo& archivo) {
+void exigirCambioEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar,
+                         platform::Rango rango) {
+    repetir(capa, ruta, platform::Apertura::escritura, [&](platform::Archivo& archivo) {
         if (capa.gMultiusuario && !archivo.bloquear(rango, TipoBloqueo::exclusivo)) {
             throw ErrorArchivo(platform::error_archivo::permisoDenegado, std::string(ruta),
                                "another program holds the company file");
         }
         cambiar(archivo);  // the lock ends with the handle
-    };
+    });
+}
+
+bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar,
+                    platform::Rango rango) {
     try {
-        repetir(capa, ruta, platform::Apertura::escritura, conBloqueo);
+        exigirCambioEmpresa(capa, ruta, cambiar, rango);
         return true;
     } catch (const ErrorArchivo& error) {
         if (error.numero() == platform::error_archivo::permisoDenegado) throw;

@@ -24,5 +24,8 @@ void exigirEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchiv
 // gives false.
 bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar,
                     platform::Rango rango = platform::todoElArchivo);
+// The same, for who cannot go on without: throws the last ErrorArchivo.
+void exigirCambioEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar,
+                         platform::Rango rango = platform::todoElArchivo);
 
 }  // namespace tarvoline::data

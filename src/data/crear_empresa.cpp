@@ -34,7 +34,11 @@ std::array<bool, numeroMayor + 1> numerosLibres(platform::SistemaArchivos& archi
     std::array<bool, numeroMayor + 1> libres{};
     libres.fill(true);
     for (const auto& entrada : archivos.listar(directorio)) {
-        if (entrada.esDirectorio || !platform::coincideMascara(entrada.nombre, "???????.*")) continue;
+        // A company file is never a table, whatever its name.
+        if (entrada.esDirectorio || !platform::coincideMascara(entrada.nombre, "???????.*") ||
+            platform::coincideMascara(entrada.nombre, "*.QZT")) {
+            continue;
+        }
         const auto cifras = core::Mid(entrada.nombre, 6, 2);
         const auto numero = core::ValEntero(cifras);
         if (numero >= 1 && numero <= numeroMayor && dosCifras(numero) == cifras) {

@@ -91,6 +91,7 @@ bool esTexto(const CampoTabla& campo) {
 }
 
 std::string fechaGuardada(const CapaDatos& capa, const std::string& valor) {
+    if (valor.find_first_not_of(" /") == std::string::npos) return {};  // "  /  /  ", perhaps trimmed
     constexpr std::size_t corta = 8, larga = 10, seguida = 6;
     if (valor.size() == corta) return FechaNormal(capa, valor);
     if (valor.size() == larga) return FechaCompleta(valor);

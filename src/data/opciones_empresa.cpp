@@ -11,8 +11,9 @@ namespace {
 
 // Plans by the number that a caller chooses.
 int planElegido(const std::string& valor) {
-    const auto numero = core::Recortar(valor).empty() ? -1 : core::ValEntero(valor);
-    if (numero == 0 || numero == 1) return 0;
+    const auto numero = core::ValEntero(valor);
+    const bool esCero = core::Recortar(valor).starts_with('0');
+    if (esCero || numero == 1) return 0;
     return numero >= 4 && numero <= 6 ? 2 : 1;
 }
 

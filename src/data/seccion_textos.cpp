@@ -23,7 +23,7 @@ std::string enUnaLinea(std::string_view utf8) {
 }
 
 std::string nombreDeLinea(std::string_view nombre) {
-    return MayusculasAnsi(enUnaLinea(nombre));
+    return MayusculasAnsi(core::Recortar(enUnaLinea(nombre)));
 }
 
 // The bytes in use: what lies behind the end mark is filling.

@@ -73,6 +73,7 @@ void TablaCursor::Filtrar(const std::vector<Condicion>& condiciones) {
     asegurarAbierta();
     filtro_ = Filtro(capa_, tablas_.definicion(ranura_), condiciones);
     tomado_ = perdida_ = false;
+    filtrada_ = true;
     soltarFila();
 }
 
@@ -129,11 +130,12 @@ void TablaCursor::IrARegistro(std::int32_t registro) {
     soltarFila();
     perdida_ = registro < 1 || !cargar(registro);
     if (perdida_) return;
+    if (!tomado_ && filtrada_) tomarConjunto();
     if (!tomado_) {
         conjunto_ = {registro};
         tomado_ = true;
-        reciente_ = false;
     }
+    reciente_ = false;
     const auto donde = std::ranges::find(conjunto_, registro);
     if (donde != conjunto_.end()) lugar_ = static_cast<std::size_t>(donde - conjunto_.begin());
 }

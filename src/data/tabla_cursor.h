@@ -60,8 +60,8 @@ class TablaCursor {
     void Siguiente();
     // True when there is no current row.
     bool FinDeTabla() const { return registro_ == 0; }
-    // The row with this record number, in the set or not; none when it does not exist. Without a set so far
-    // the row is the set. Siguiente goes on behind it if it is in the set, else from where the walk stood.
+    // The row with this record number, in the set or not; none when it does not exist. Without a set or a
+    // filter so far the row is the set. Siguiente goes on behind it if it is in the set, else from where the walk stood.
     void IrARegistro(std::int32_t registro);
     // Rows of the set; 0 when the row of the last IrARegistro does not exist.
     std::int32_t ContarRegistros();
@@ -114,6 +114,7 @@ class TablaCursor {
     Filtro filtro_;
     std::vector<std::int32_t> conjunto_;
     std::size_t lugar_ = 0;     // of the walk in the set
+    bool filtrada_ = false;     // Filtrar has been called since Abrir
     bool tomado_ = false;       // the set stands
     bool reciente_ = false;     // and nobody has walked it yet
     bool perdida_ = false;      // IrARegistro found no row

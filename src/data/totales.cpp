@@ -157,9 +157,8 @@ std::int32_t Totales::buscarOCrear(const Plan& plan, const std::string& codigo, 
     const std::string& empresa = capa_.enVigor.gArchivoEmpresa;
     if (!capa_.gMultiusuario || empresa.empty()) {
         crearSiFalta();
-    } else if (!cambiarEmpresa(capa_, empresa, [&](platform::Archivo&) { crearSiFalta(); })) {
-        throw platform::ErrorArchivo(platform::error_archivo::permisoDenegado, empresa,
-                                     "the company file could not be held to make an account");
+    } else {
+        exigirCambioEmpresa(capa_, empresa, [&](platform::Archivo&) { crearSiFalta(); });
     }
     return registro;
 }
@@ -209,14 +208,11 @@ void Totales::sumarEnColumna(int tabla, std::int32_t registro, int campo, double
 
 void Totales::cambiarCabecera(std::string_view ruta, const std::function<void(CabeceraEmpresa&)>& cambiar) {
     const std::string archivo(ruta.empty() ? capa_.enVigor.gArchivoEmpresa : ruta);
-    const bool hecho = cambiarEmpresa(capa_, archivo, [&](platform::Archivo& abierto) {
+    exigirCambioEmpresa(capa_, archivo, [&](platform::Archivo& abierto) {
         CabeceraEmpresa cabeza = CabeceraEmpresa::leer(abierto);
         cambiar(cabeza);
         cabeza.grabar(abierto);
     });
-    if (hecho) return;
-    throw platform::ErrorArchivo(platform::error_archivo::permisoDenegado, archivo,
-                                 "the head of the company file could not be written");
 }
 
 std::string Totales::SiguienteContadorAnalitica(std::string_view rutaCabecera) {
@@ -255,8 +251,8 @@ std::string Totales::SiguienteOrdenIva(std::string_view serie) {
     buscada.resize(1, ' ');
     tablas_.gRegistro = 0;
     tablas_.orden("S\\3\\" + tabla + "\\" + buscada + std::string(ordenMayor));
-    // An entry whose record is not there is no order of anybody.
-    while (tablas_.gRegistro > 0 && campo(iva::serie).front() == '\0') {
+    // An entry whose record is not there, or has been removed under its keys, is no order of anybody.
+    while (tablas_.gRegistro > 0 && estadoDeRegistro(campo(1)) != EstadoRegistro::vivo) {
         if (tablas_.orden("P\\" + tabla) != estado::bien) tablas_.gRegistro = 0;
     }
     std::int64_t siguiente = 1;

@@ -206,8 +206,9 @@ std::string VistaNombrada::GetTotal(std::string_view nombre) {
     std::string valor;
     leerEmpresa(capa_, capa_.enVigor.gArchivoEmpresa, [&](platform::Archivo& archivo) {
         std::vector<std::byte> bytes(bytesDe(*campo));  // zero where the file is shorter
-        archivo.leer(campo->posicion - 1, bytes);
-        valor = mostrar(capa_, *campo, bytes);
+        const bool hay = archivo.leer(campo->posicion - 1, bytes) > 0;
+        const bool deTexto = campo->tipo == texto || campo->tipo == texto8;
+        valor = hay || !deTexto ? mostrar(capa_, *campo, bytes) : std::string();
     });
     return valor;
 }

@@ -7,6 +7,7 @@
 #include "data/acceso_archivo.h"
 #include "data/actualizacion.h"
 #include "data/crear_empresa.h"
+#include "data/empresa_suelta.h"
 #include "data/error_datos.h"
 #include "data/seccion_textos.h"
 #include "data/utilidades.h"
@@ -22,12 +23,6 @@ constexpr std::string_view productoEmpresas = "VELDORIX";
 
 [[noreturn]] void fallarConEmpresa(std::uint32_t numero, std::string_view texto, const std::string& empresa) {
     throw ErrorEnlace(numero, std::string(texto) + "\n" + empresa);
-}
-
-// The digit at place `indice` (from 0) of a text of digits; 0 for anything else.
-int cifra(std::string_view texto, std::size_t indice) {
-    if (indice >= texto.size() || texto[indice] < '0' || texto[indice] > '9') return 0;
-    return texto[indice] - '0';
 }
 
 }  // namespace
@@ -57,11 +52,13 @@ void AccesoEmpresa::AbrirEmpresa(std::string_view empresa, std::string_view clav
     comprobarArchivo();
     leerCabecera();
     comprobarClave(clave);
-    prepararNiveles();
+    data::EmpresaEnVigor& abierta = sesion_.empresa;
+    abierta.gNiveles = data::nivelesDeCuentas(abierta.cabecera);
     sesion_.ponerEnVigor();
     sesion_.contexto.datos.carpetas.PonerDirectorioDatos(productoEmpresas);
     conciliarDirectorioGlobal();
-    prepararNivelesAnalitica();
+    abierta.gNivelesAnalitica =
+        data::nivelesDeAnalitica(data::VistaNombrada(sesion_.contexto.datos).GetTotal("NivelesCosto"));
     sesion_.ponerEnVigor();
 }
 
@@ -135,35 +132,6 @@ void AccesoEmpresa::comprobarClave(std::string_view clave) const {
         fallarConEmpresa(error_enlace::claveNoValida,
                          "Password Empresa Veldorix no válido: ", empresa.gArchivoEmpresa);
     }
-}
-
-void AccesoEmpresa::prepararNiveles() {
-    constexpr std::size_t nivelesPropios = 5;
-    auto& empresa = sesion_.empresa;
-    const auto nivel = empresa.cabecera.ansi(data::cabecera::NIVEL).bytes();
-    const auto auxiliar = empresa.cabecera.ansi(data::cabecera::AUX).bytes();
-    empresa.gNiveles.fill(0);
-    for (std::size_t i = 0; i < nivelesPropios; ++i) {
-        empresa.gNiveles[i + 1] = cifra(nivel, i);
-    }
-    empresa.gNiveles[6] = cifra(auxiliar, 0);
-    empresa.gNiveles[7] = cifra(auxiliar, 1);
-    empresa.gNiveles[8] = core::ValEntero(auxiliar.substr(2));
-}
-
-// "NivelesCosto": three level digits, two more when it has seven characters, and two for position 0.
-void AccesoEmpresa::prepararNivelesAnalitica() {
-    constexpr std::size_t formaLarga = 7;
-    auto& niveles = sesion_.empresa.gNivelesAnalitica;
-    niveles.fill(0);
-    data::VistaNombrada vista(sesion_.contexto.datos);
-    const auto texto = core::Recortar(vista.GetTotal("NivelesCosto"));
-    if (texto.empty()) return;
-    const std::size_t propios = texto.size() == formaLarga ? 5 : 3;
-    for (std::size_t i = 0; i < propios; ++i) {
-        niveles[i + 1] = cifra(texto, i);
-    }
-    niveles[0] = core::ValEntero(texto.size() < 2 ? texto : texto.substr(texto.size() - 2));
 }
 
 // The folder of the data that companies share stands in the settings and in each company: whichever has it

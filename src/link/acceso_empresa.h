@@ -22,8 +22,6 @@ class AccesoEmpresa {
     void comprobarArchivo() const;
     void leerCabecera();
     void comprobarClave(std::string_view clave) const;
-    void prepararNiveles();
-    void prepararNivelesAnalitica();
     void conciliarDirectorioGlobal();
 
     Sesion& sesion_;

@@ -125,6 +125,13 @@ void Enlace::PUT_TOTAL(std::string_view nombre, std::string_view valor, std::str
     ValoresEmpresa(interior_->sesion).PUT_TOTAL(nombre, valor, archivo);
 }
 
+void Enlace::MASTER(std::int32_t funcion, std::string_view codigo) {
+    constexpr std::string_view codigoAcceso = "XK4826";
+    constexpr std::int32_t sinEfecto = 99;
+    if (codigo != codigoAcceso || funcion == sinEfecto) return;
+    interior_->sesion.contexto.datos.mostrar({.texto = "FUNCIÓN " + std::to_string(funcion)});
+}
+
 const std::string& Enlace::Usuario() const {
     return interior_->sesion.Usuario;
 }

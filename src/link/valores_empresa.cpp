@@ -56,22 +56,23 @@ std::string ValoresEmpresa::siguienteNumero() {
     constexpr std::int64_t limite = 1'000'000;
     constexpr int cifras = 6;
     auto& datos = sesion_.contexto.datos;
-    const auto numerar = [](data::CabeceraEmpresa& cabecera) {
-        const std::int64_t numero =
-            std::int64_t{core::ValEntero(cabecera.texto(data::cabecera::DOCUMENTO))} + 1;
-        cabecera.poner(data::cabecera::DOCUMENTO, core::conCeros(numero % limite, cifras));
+    data::CabeceraEmpresa& suya = sesion_.empresa.cabecera;
+    data::CabeceraEmpresa nueva;
+    const auto numerar = [&](const data::CabeceraEmpresa& leida) {
+        const std::int64_t numero = std::int64_t{core::ValEntero(leida.texto(data::cabecera::DOCUMENTO))} + 1;
+        nueva = leida;
+        nueva.poner(data::cabecera::DOCUMENTO, core::conCeros(numero % limite, cifras));
     };
-    data::CabeceraEmpresa& cabecera = sesion_.empresa.cabecera;
     const bool hecho = data::cambiarEmpresa(
         datos, sesion_.empresa.gArchivoEmpresa,
         [&](platform::Archivo& archivo) {
-            cabecera = data::CabeceraEmpresa::leer(archivo);
-            numerar(cabecera);
-            cabecera.grabar(archivo);
+            numerar(data::CabeceraEmpresa::leer(archivo));
+            nueva.grabar(archivo);
         },
         primerByte);
-    if (!hecho) numerar(cabecera);
-    return cabecera.texto(data::cabecera::DOCUMENTO);
+    if (!hecho) numerar(suya);
+    suya = nueva;
+    return suya.texto(data::cabecera::DOCUMENTO);
 }
 
 }  // namespace tarvoline::link

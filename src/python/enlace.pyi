@@ -359,6 +359,7 @@ class Enlace:
     def PreviousYearCompany(self) -> str: ...
     def Config(self, Descripcion: str, Valor: str = ...) -> Optional[str]:
         """With a name the value; with a name and a value writes it."""
+    def MASTER(self, funcion: int, codigo: str) -> None: ...
     Usuario: str
     Canal: str
     Moneda: str

@@ -141,6 +141,7 @@ void anadirEmpresa(Clase& clase) {
         .def("EmpresaAñoAnterior", &Enlace::EmpresaAñoAnterior,
              "Path of the company of the year before, or \"\".")
         .def("PreviousYearCompany", &Enlace::PreviousYearCompany)
+        .def("MASTER", &Enlace::MASTER, arg("funcion"), arg("codigo"))
         .def("Config", &config, "A named value of the company; with a value writes it.", arg("Descripcion"),
              arg("Valor") = py::none());
 }

@@ -8,6 +8,7 @@
 #include "data/actualizacion.h"
 #include "data/crear_empresa.h"
 #include "data/error_datos.h"
+#include "data/opciones_empresa.h"
 
 namespace {
 
@@ -63,6 +64,7 @@ TEST_F(Creacion, NumerosYNombres) {
     mundo.escribir("otros01.xyz", "");
     EXPECT_EQ(data::NumeroLibre(*mundo.archivos, mundo.datos()), "04");
     mundo.escribir("cuatr04", "");  // no extension, no table
+    mundo.escribir("talle04.Qzt", "");
     EXPECT_EQ(data::NumeroLibre(*mundo.archivos, mundo.datos()), "04");
     EXPECT_EQ(data::NombreLibre(*mundo.archivos, mundo.datos(), "a.QZT"), "a~3.QZT");
     EXPECT_EQ(data::NombreLibre(*mundo.archivos, mundo.datos(), "b.QZT"), "b.QZT");
@@ -102,6 +104,11 @@ TEST_F(Creacion, Opciones) {
     EXPECT_EQ(cabeza.valor(data::cabecera::ARCHIVOMONEDABASE), 0);
     EXPECT_EQ(cabeza.texto(data::cabecera::APERTURA), "04");
     EXPECT_EQ(cabeza.texto(data::cabecera::IVAIGIC), "2");
+    for (const auto& [pedido, plan] :
+         {std::pair{"0", 0}, {"1", 0}, {" 00", 0}, {"5", 2}, {"7", 1}, {"", 1}, {"abc", 1}}) {
+        data::CabeceraEmpresa otra;
+        EXPECT_EQ(data::aplicarOpciones(otra, "/Z=" + std::string(pedido)), plan) << pedido;
+    }
 }
 
 TEST_F(Creacion, Planes) {

@@ -55,6 +55,11 @@ TEST(Cursor, PaseoConFiltro) {
     cursor.Filtrar("FECHA = 15/01/25 and ASIENTO = 000001 AND DESCRIPCION LIKE *o*");
     EXPECT_EQ(cursor.ContarRegistros(), 2);
     EXPECT_THAT(Cursores::camino(cursor), ElementsAre(2, 4));
+    cursor.Filtrar("FECHA = 15/01/25 and ASIENTO = 000001 AND DESCRIPCION LIKE *o*");
+    cursor.IrARegistro(2);  // into a set that nobody has asked for yet
+    cursor.Siguiente();
+    EXPECT_EQ(cursor.registro(), 4);
+    EXPECT_EQ(cursor.ContarRegistros(), 2);
     cursor.Ultimo();
     EXPECT_EQ(cursor.LeerCampo(14), "cuatro");
     EXPECT_EQ(cursor.LeerCampo(1), "C50115");

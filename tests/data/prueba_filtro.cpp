@@ -95,6 +95,7 @@ TEST(Filtro, ComparaSegunLaColumna) {
         {"FECHA => 31/12/99", {1, 2, 3}},
         {"FECHA > 31/12/1999 AND FECHA < 31/12/25", {2}},
         {"FECHA = ", {4}},
+        {"FECHA =   /  /  ", {4}},
         {"FECHA LIKE C5*", {2, 3}},
         // Texts exactly, or by order.
         {"CUENTA = 43", {3}},

@@ -92,6 +92,8 @@ TEST_F(Seccion, UnaLineaEsUnaLinea) {
     EXPECT_EQ(leer("A"), "x  B=2");
     poner("A\r\nC", "1");
     EXPECT_EQ(leer("A  C"), "1");
+    poner("  A", "2");
+    EXPECT_EQ(leer("A"), "2");
     poner("", "nada");
     poner("  ", "nada");
     EXPECT_EQ(cola().find("nada"), std::string::npos);

@@ -259,6 +259,11 @@ TEST(Totales, OrdenDeIva) {
     // An order whose record never came counts for nothing.
     m.tablas.orden("I\\4\\x\\y\\R0000000099");
     EXPECT_EQ(m.totales.SiguienteOrdenIva("R"), "0000000013");
+    // Nor does one whose record was removed while its keys stayed.
+    m.tablas.blanquear(tabla::iva01);
+    m.tablas.ponerTexto(tabla::iva01, 1, "ANULADO");
+    m.tablas.EscribirRegistro(tabla::iva01, 2);
+    EXPECT_EQ(m.totales.SiguienteOrdenIva("R"), "0000000008");
 }
 
 // Nothing is posted without its lock: neither a column nor the head.

@@ -101,6 +101,7 @@ TEST_F(Vista, ArchivosCortos) {
         EXPECT_EQ(vista.GetTotal("CARGOSA"), "0") << longitud;
         EXPECT_EQ(vista.GetTotal("CAPITAL_SOCIAL"), "0") << longitud;
         EXPECT_EQ(vista.GetTotal("TVUSER"), "") << longitud;
+        EXPECT_EQ(vista.GetTotal("NIF"), std::string(longitud < 1024 ? 0 : 15, '\0')) << longitud;
         std::string esperado(std::max<std::size_t>(longitud, 645), '\0');
         esperado.replace(635, 10, "ref       ");
         vista.PutTotal("REF", "ref");

@@ -66,12 +66,28 @@ TEST_F(SesionEnlace, NumerosDeAsiento) {
     enlace.Config("DOCUMENTO", "999999");
     enlace.Number("");
     EXPECT_EQ(enlace.Number(), "000000");
+    // A file that cannot be written gives one number, not two.
+    enlace.Config("DOCUMENTO", "000041");
+    enlace.Number("");
+    ASSERT_EQ(enlace.Number(), "000042");
+    const std::string empresa = enlace.Empresa();
+    mundo.mundo.archivos->renombrar(empresa, empresa + ".aparte");
+    enlace.Number("");
+    EXPECT_EQ(enlace.Number(), "000043");
+    mundo.mundo.archivos->renombrar(empresa + ".aparte", empresa);
+    enlace.Number("");
+    EXPECT_EQ(enlace.Number(), "000043");
     enlace.CerrarEmpresa();
     EXPECT_THROW(enlace.Número("1"), ErrorEnlace);
-    EXPECT_EQ(enlace.Number(), "000000");
+    EXPECT_EQ(enlace.Number(), "000043");
 }
 
 TEST_F(SesionEnlace, CanalYUsuario) {
+    mundo.avisos.clear();
+    enlace.MASTER(7, "XK4827");
+    enlace.MASTER(99, "XK4826");
+    enlace.MASTER(7, "XK4826");
+    EXPECT_EQ(mundo.avisos, "FUNCIÓN 7\n");
     enlace.Canal("7");
     EXPECT_EQ(enlace.Canal(), "007");
     enlace.Canal("x");
