@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "link/lector_registros.h"
 #include "link/sesion.h"
 
 namespace tarvoline::link {
@@ -19,6 +20,9 @@ class Busquedas {
     std::int32_t ExisteIva(std::string_view factura);
 
   private:
+    void buscarBytes(int posicion, std::string_view bytes, bool ignorarMayusculas, bool dosTextos);
+    void anadir(LectorRegistros& lector, std::int32_t registro);
+
     Sesion& sesion_;
 };
 

@@ -129,7 +129,8 @@ void Enlace::MASTER(std::int32_t funcion, std::string_view codigo) {
     constexpr std::string_view codigoAcceso = "XK4826";
     constexpr std::int32_t sinEfecto = 99;
     if (codigo != codigoAcceso || funcion == sinEfecto) return;
-    interior_->sesion.contexto.datos.mostrar({.texto = "FUNCIÓN " + std::to_string(funcion)});
+    interior_->sesion.contexto.datos.mostrar(
+        {"FUNCIÓN " + std::to_string(funcion), core::Icono::ninguno, {}});
 }
 
 const std::string& Enlace::Usuario() const {
