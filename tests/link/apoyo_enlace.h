@@ -2,6 +2,7 @@
 // tests of the link.
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,10 +15,9 @@ namespace tarvoline::pruebas {
 // Accounting year 2026, the short chart, euros, accounts of ten digits with parents of 1, 2, 3 and 4.
 struct MundoEnlace {
     MundoEnlace() {
-        // The currency and rates files come from the shipped share, into folders of this world.
-        mundo.ajustes.GrabarRegistro("Directory", std::string(TARVOLINE_PROGRAMA) + "/");
-        mundo.ajustes.GrabarRegistro("CON_DIR", carpeta("conceptos"));
-        mundo.ajustes.GrabarRegistro("IVA_DIR", carpeta("iva"));
+        mundo.ajustes.GrabarRegistro("Directory", programa());
+        mundo.ajustes.GrabarRegistro("CON_DIR", carpetaCon("conceptos", {"Moneda.QZF", "Moneda1.QZF"}));
+        mundo.ajustes.GrabarRegistro("IVA_DIR", carpetaCon("iva", {"IVA03.QZF"}));
         mundo.ajustes.GrabarRegistro("GLOBAL_DIR", carpeta("global"));
         contexto.alAvisar([this](const std::string& texto) { avisos += texto + "\n"; });
         contexto.alMostrar([this](const std::string&, const std::string& texto) { avisos += texto + "\n"; });
@@ -25,6 +25,16 @@ struct MundoEnlace {
         enlace.AbrirEmpresa("Prueba");
     }
 
+    static std::string programa() { return std::string(TARVOLINE_PROGRAMA) + "/"; }
+    // A folder of this world with copies of shipped files: without them the user's own folder would be used.
+    std::string carpetaCon(const std::string& nombre, std::initializer_list<const char*> archivos) const {
+        const std::string ruta = carpeta(nombre);
+        for (const auto* archivo : archivos) {
+            platform::escribirAtomico(*mundo.archivos, ruta + archivo,
+                                      platform::leerTodo(*mundo.archivos, programa() + archivo));
+        }
+        return ruta;
+    }
     std::string carpeta(const std::string& nombre) const {
         const std::string ruta = mundo.carpeta.ruta(nombre + "/");
         mundo.archivos->crearDirectorios(ruta);
