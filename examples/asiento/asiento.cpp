@@ -1,6 +1,7 @@
 // Posts a sale for cash to a company and shows the statement of its bank account.
 //
-//     asiento COMPANY      the company's name in the data directory, or the path of its file
+//     asiento COMPANY          the company's name in the data directory, or the path of its file
+//     asiento COMPANY YEAR     creates the company first, for that accounting year
 #include <iostream>
 
 #include "tarvoline/enlace.h"
@@ -33,13 +34,15 @@ void mostrarExtracto(Enlace& enlace, const char* cuenta) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::cerr << "asiento COMPANY\n";
+    if (argc != 2 && argc != 3) {
+        std::cerr << "asiento COMPANY [YEAR]\n";
         return 2;
     }
     try {
         tarvoline::link::Contexto contexto;
         Enlace enlace(contexto);
+        if (argc == 3)
+            enlace.CrearEmpresa({.NombreEmpresa = argv[1], .año = argv[2], .PlanContablePorDefecto = "1"});
         enlace.AbrirEmpresa(argv[1]);
         contabilizar(enlace);
         mostrarExtracto(enlace, "5720000001");

@@ -1,6 +1,7 @@
 // Worker: making an account of a chart, or changing its title or analytic mark.
 #pragma once
 
+#include "data/tabla_cursor.h"
 #include "link/operaciones.h"
 #include "link/sesion.h"
 
@@ -14,6 +15,8 @@ class CreacionCuentas {
     bool crear(TablaPlan plan, CuentaNueva& cuenta);
 
   private:
+    void crearOCambiar(data::TablaCursor& cursor, CuentaNueva& cuenta) const;
+
     Sesion& sesion_;
 };
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "link/sesion.h"
+#include "link/asiento_en_curso.h"
 
 namespace tarvoline::link {
 
@@ -14,6 +14,8 @@ class Grabacion {
     std::int32_t GrabarAsiento();
 
   private:
+    void grabarLineas(ErrorAplazado& aplazado);
+
     Sesion& sesion_;
 };
 

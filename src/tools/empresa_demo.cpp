@@ -1,16 +1,22 @@
 // tarvoline-demo: makes a company on disk that looks like a small bakery's books, with everything that a copy
-// of it must carry: tables, scanned images, an attached folder, its backup configuration.
+// of it must carry: a year of entries, scanned images, an attached folder, its backup configuration. And
+// compares two companies as the accounting link reads them.
 
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <iostream>
+#include <random>
 
+#include "core/ajustes.h"
 #include "core/carpetas.h"
-#include "data/crear_empresa.h"
-#include "data/vista_nombrada.h"
+#include "core/texto.h"
+#include "platform/arbol_ajustes.h"
+#include "platform/carpetas_sistema.h"
 #include "platform/reloj.h"
+#include "tarvoline/enlace.h"
 #include "tools/demo_archivos.h"
-#include "tools/demo_registros.h"
-#include "tools/taller.h"
+#include "tools/demo_comparar.h"
+#include "tools/demo_libros.h"
 
 namespace {
 
@@ -22,41 +28,56 @@ struct Encargo {
     std::string adjuntos;
     std::uint64_t semilla = 1;
     int anio = 0;
-    int apuntes = 11000, terceros = 1500, facturas = 2000;
-    int kbImagenes = 3000, kbAdjuntos = 800;
+    int operaciones = 400, terceros = 60;
+    int kbImagenes = 6000, kbAdjuntos = 800;
     std::string usuario = "panaderia", clave = "masa1234", carpetaServicio = "DATOS";
 };
 
-using tools::Taller;
+// What the link works with here: settings of its own, so that those of the user stay as they are, in a folder
+// that goes when it has done.
+class Taller {
+  public:
+    explicit Taller(const std::string& carpetaDatos) {
+        ajustes_.GrabarRegistro("DATOS_DIR", carpetaDatos);
+        // Currencies and rates are those that ship.
+        for (const char* clave : {"CON_DIR", "IVA_DIR"})
+            ajustes_.GrabarRegistro(clave, carpetas_.DirectorioPrograma());
+        ajustes_.GrabarRegistro("GLOBAL_DIR", propia_ + "/");
+    }
+    ~Taller() {
+        std::error_code seIgnora;  // what stays is a small folder of the temporary ones
+        std::filesystem::remove_all(propia_, seIgnora);
+    }
+    Taller(const Taller&) = delete;
+    Taller& operator=(const Taller&) = delete;
+
+    platform::SistemaArchivos& archivos() { return *archivos_; }
+    link::Contexto& contexto() { return contexto_; }
+
+  private:
+    std::string crearPropia() {
+        std::string carpeta =
+            platform::carpetaTemporal() + "/tarvoline-demo-" + std::to_string(std::random_device()());
+        constexpr unsigned soloSuya = 0700;
+        archivos_->crearDirectorios(carpeta, soloSuya);
+        return carpeta;
+    }
+
+    std::unique_ptr<platform::SistemaArchivos> archivos_ = platform::crearSistemaArchivos();
+    std::unique_ptr<platform::Reloj> reloj_ = platform::crearReloj();
+    std::string propia_ = crearPropia();
+    std::unique_ptr<platform::ArbolAjustes> arbol_ =
+        platform::crearArbolAjustes(*archivos_, propia_ + "/ajustes.ini");
+    core::Ajustes ajustes_{*arbol_};
+    core::Carpetas carpetas_{*archivos_, ajustes_, propia_};
+    link::Contexto contexto_{*archivos_, ajustes_, carpetas_, *reloj_};
+};
+
+// Analytic accounts of four characters below parents of one.
+constexpr const char* nivelesAnalitica = "10004";
 
 void contar(const std::string& que, const std::string& donde, std::size_t bytes) {
     std::cout << que << ": " << donde << " (" << bytes << " bytes)\n";
-}
-
-std::size_t llenarTabla(Taller& taller, const std::string& nombre, const std::string& registros) {
-    const auto& empresa = taller.capa().enVigor;
-    const auto ruta = empresa.gDirectorioEmpresa + nombre + empresa.gEmpresaActual + ".QZD";
-    taller.archivos()
-        .abrir(ruta, platform::Apertura::escritura, platform::Comparticion::compartida)
-        ->escribir(0, platform::comoBytes(registros));
-    contar("tabla " + nombre, ruta, registros.size());
-    return registros.size();
-}
-
-void crearEmpresa(Taller& taller, const Encargo& encargo) {
-    const auto carpeta = core::conSeparadorFinal(encargo.carpeta);
-    taller.archivos().crearDirectorios(carpeta);
-    auto& enVigor = taller.capa().enVigor;
-    enVigor.gArchivoEmpresa = data::CrearEmpresaArchivos(taller.capa(), carpeta + encargo.nombre,
-                                                         "/C/A=" + core::conCeros(encargo.anio % 100, 2));
-    enVigor.gEmpresaActual = data::NumeroEmpresa(taller.archivos(), enVigor.gArchivoEmpresa);
-    enVigor.gDirectorioEmpresa = carpeta;
-}
-
-std::size_t llenarTablas(Taller& taller, tools::Azar& azar, const Encargo& encargo) {
-    return llenarTabla(taller, "EXTRA", tools::tablaApuntes(azar, encargo.anio, encargo.apuntes)) +
-           llenarTabla(taller, "DATOS", tools::tablaTerceros(azar, encargo.terceros)) +
-           llenarTabla(taller, "IVA01", tools::tablaFacturas(azar, encargo.anio, encargo.facturas));
 }
 
 std::size_t contarCarpeta(const std::string& que, const std::string& carpeta,
@@ -80,39 +101,67 @@ std::size_t crearAcompanantes(Taller& taller, tools::Azar& azar, const Encargo& 
                                               static_cast<std::size_t>(encargo.kbAdjuntos) * kb));
 }
 
-void configurar(Taller& taller, const Encargo& encargo) {
-    data::VistaNombrada vista(taller.capa());
-    vista.PutTotal("TVUSER", encargo.usuario);
-    vista.PutTotal("TVPASSWORD", encargo.clave);
-    vista.PutTotal("TVCARPETA", encargo.carpetaServicio);
-    vista.PutTotal("Borrador", "1");
-    vista.PutTotal("ADJUNTARCARPETAS0", taller.archivos().resolver(encargo.adjuntos));
+void configurar(Taller& taller, link::Enlace& enlace, const Encargo& encargo) {
+    enlace.Config("TVUSER", encargo.usuario);
+    enlace.Config("TVPASSWORD", encargo.clave);
+    enlace.Config("TVCARPETA", encargo.carpetaServicio);
+    enlace.Config("Borrador", "1");
+    enlace.Config("ADJUNTARCARPETAS0", taller.archivos().resolver(encargo.adjuntos));
+}
+
+void crearEmpresa(link::Enlace& enlace, const Encargo& encargo) {
+    enlace.CrearEmpresa({.NombreEmpresa = encargo.nombre,
+                         .año = core::conCeros(encargo.anio % 100, 2),
+                         .PlanContablePorDefecto = "1"});
+    const std::string empresa = enlace.Empresa();
+    enlace.AbrirEmpresa(empresa);
+    enlace.Config("NivelesCosto", nivelesAnalitica);
+    enlace.AbrirEmpresa(empresa);
 }
 
 void ejecutar(const Encargo& encargo) {
-    Taller taller;
+    const auto carpeta = core::conSeparadorFinal(core::rutaCompleta(encargo.carpeta));
+    Taller taller(carpeta);
+    taller.archivos().crearDirectorios(carpeta);
     tools::Azar azar(encargo.semilla);
-    crearEmpresa(taller, encargo);
-    const auto& empresa = taller.capa().enVigor;
-    const auto partes = core::SepararRuta(empresa.gArchivoEmpresa);
-    const auto bytes = llenarTablas(taller, azar, encargo) +
-                       crearAcompanantes(taller, azar, encargo, partes.directorio + partes.nombre);
-    configurar(taller, encargo);
-    std::cout << "empresa " << empresa.gEmpresaActual << ": " << empresa.gArchivoEmpresa << '\n'
-              << "total: " << bytes << " bytes, semilla " << encargo.semilla << '\n';
+    link::Enlace enlace(taller.contexto());
+    crearEmpresa(enlace, encargo);
+    const int asientos =
+        tools::LibrosDemo(enlace, azar, {encargo.anio, encargo.operaciones, encargo.terceros}).contabilizar();
+    std::cout << "asientos: " << asientos << '\n';
+    const auto partes = core::SepararRuta(enlace.Empresa());
+    const auto bytes = crearAcompanantes(taller, azar, encargo, partes.directorio + partes.nombre);
+    configurar(taller, enlace, encargo);
+    std::cout << "empresa " << enlace.NumeroEmpresa() << ": " << enlace.Empresa() << '\n'
+              << "acompañantes: " << bytes << " bytes, semilla " << encargo.semilla << '\n';
+}
+
+// 0 equal, 1 different.
+int comparar(const std::string& una, const std::string& otra) {
+    Taller taller(core::SepararRuta(core::rutaCompleta(una)).directorio);
+    link::Enlace primera(taller.contexto());
+    link::Enlace segunda(taller.contexto());
+    const std::string rutaOtra = core::rutaCompleta(otra);
+    primera.AbrirEmpresa(core::rutaCompleta(una));
+    segunda.AbrirEmpresa(rutaOtra);
+    const auto hecha = tools::compararLibros(primera, segunda);
+    std::cout << hecha.asientos << " asientos, " << hecha.apuntes << " apuntes y " << hecha.cuentas
+              << " extractos iguales\n";
+    if (hecha.diferencia) std::cout << "distinto: " << *hecha.diferencia << '\n';
+    return hecha.diferencia ? 1 : 0;
 }
 
 void declararOpciones(CLI::App& programa, Encargo& encargo) {
-    programa.add_option("--carpeta", encargo.carpeta, "Carpeta de la empresa; se crea si falta")->required();
+    programa.add_option("--carpeta", encargo.carpeta, "Carpeta de la empresa; se crea si falta");
     programa.add_option("--nombre", encargo.nombre, "Nombre de la empresa")->capture_default_str();
     programa.add_option("--adjuntos", encargo.adjuntos,
                         "Carpeta adjunta [\"Documentación\" junto a la carpeta]");
     programa.add_option("--semilla", encargo.semilla, "Semilla; con la misma salen los mismos registros")
         ->capture_default_str();
     programa.add_option("--anio", encargo.anio, "Año contable [este año]")->check(CLI::Range(2000, 2059));
-    programa.add_option("--apuntes", encargo.apuntes, "Apuntes del diario")->capture_default_str();
+    programa.add_option("--operaciones", encargo.operaciones, "Compras y ventas; les siguen cobros y pagos")
+        ->capture_default_str();
     programa.add_option("--terceros", encargo.terceros, "Clientes y proveedores")->capture_default_str();
-    programa.add_option("--facturas", encargo.facturas, "Facturas")->capture_default_str();
     programa.add_option("--kb-imagenes", encargo.kbImagenes, "Tamaño de las imágenes")->capture_default_str();
     programa.add_option("--kb-adjuntos", encargo.kbAdjuntos, "Tamaño de la carpeta adjunta")
         ->capture_default_str();
@@ -127,7 +176,14 @@ int correr(int argc, char** argv) {
     CLI::App programa("Crea en disco una empresa de demostración");
     Encargo encargo;
     declararOpciones(programa, encargo);
+    std::string una, otra;
+    auto* comparacion =
+        programa.add_subcommand("comparar", "Compara dos empresas, asiento por asiento; 0: iguales");
+    comparacion->add_option("UNA", una, "Archivo de una empresa (.QZT)")->required();
+    comparacion->add_option("OTRA", otra, "Archivo de la otra")->required();
     CLI11_PARSE(programa, argc, argv);
+    if (*comparacion) return comparar(una, otra);
+    if (encargo.carpeta.empty()) throw CLI::RequiredError("--carpeta");
     if (encargo.anio == 0) encargo.anio = platform::crearReloj()->local().anio;
     if (encargo.adjuntos.empty()) {
         const auto carpeta = core::SepararRuta(core::conSeparadorFinal(encargo.carpeta)).directorio;

@@ -1,0 +1,20 @@
+// Two companies side by side, as the link reads them: every entry with all its lines, and the statement of
+// every account that they touch.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "tarvoline/enlace.h"
+
+namespace tarvoline::tools {
+
+struct Comparacion {
+    int asientos = 0, apuntes = 0, cuentas = 0;  // that both have
+    std::optional<std::string> diferencia;       // the first one; nothing: they are equal
+};
+
+// Both have their company open.
+Comparacion compararLibros(link::Enlace& una, link::Enlace& otra);
+
+}  // namespace tarvoline::tools

@@ -1,0 +1,104 @@
+"""The module enlace: names, results, errors, and a month of entries."""
+import ast
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+
+sys.dont_write_bytecode = True
+CASA = tempfile.TemporaryDirectory()
+for variable in ("HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "TMPDIR"):
+    os.environ[variable] = os.path.join(CASA.name, variable)
+    os.mkdir(os.environ[variable])
+DATOS = os.path.join(CASA.name, "datos") + "/"
+os.mkdir(DATOS)
+subprocess.run([os.path.join(os.environ["TARVOLINE_BIN"], "tarvoline-ajustes"), "grabar", "DATOS_DIR", DATOS],
+               check=True)
+
+import enlace  # noqa: E402  the settings come first
+
+
+class Modulo(unittest.TestCase):
+    empresas = 0
+
+    def setUp(self):
+        Modulo.empresas += 1
+        self.nombre = f"Prueba {Modulo.empresas}"
+        self.sesion = enlace.Enlace()
+        self.sesion.CrearEmpresa(self.nombre, año="2026", PlanContablePorDefecto="1")
+        self.sesion.AbrirEmpresa(self.nombre)
+
+    def test_propiedades(self):
+        s = self.sesion
+        self.assertEqual(s.Empresa, DATOS + self.nombre + ".QZT")
+        self.assertIn(s.Empresa, s.Empresas)
+        self.assertEqual((s.MesInicioEjercicio, s.ModoRemoto, s.HayPendientes), ("01", False, False))
+        s.Fecha, s.Canal, s.Usuario, s.Moneda, s.CambioMoneda = "31/01/26", "4", "7", "USD", 0.9
+        self.assertEqual((s.Fecha, s.Canal, s.Usuario, s.Moneda, s.CambioMoneda), ("260131", "004", "07", "USD", 0.9))
+        s.Moneda, s.CambioMoneda = "", 0
+        s.Number = ""
+        self.assertEqual(s.Número, "000002")
+        for nombre in ("Empresa", "NumeroEmpresa", "Empresas", "HayPendientes"):
+            with self.assertRaises(AttributeError):
+                setattr(s, nombre, "")
+        s.Config("Nombre largo", "Panadería Núñez")
+        self.assertEqual(s.Config("NOMBRE LARGO"), "Panadería Núñez")
+
+    def test_errores(self):
+        with self.assertRaises(enlace.ErrorEnlace) as fecha:
+            self.sesion.Fecha = "31/02/26"
+        self.assertEqual(fecha.exception.numero, 0x8004C353)
+        self.assertEqual(fecha.exception.fuente, "Veldorix OLE Server")
+        self.assertEqual(str(fecha.exception), fecha.exception.descripcion)
+        self.sesion.CerrarEmpresa()
+        with self.assertRaisesRegex(enlace.ErrorEnlace, "Empresa No Abierta"):
+            self.sesion.GrabarAsiento()
+        with self.assertRaises(TypeError):
+            self.sesion.AñadirApunte("57", "sin importe")
+
+    def test_cuentas(self):
+        self.assertEqual(self.sesion.CrearCuenta("4300000007", "Cliente siete"), (True, "4300000007"))
+        self.assertEqual(self.sesion.CrearCuenta(Cuenta="43000000*", titulo="El siguiente"), (True, "4300000008"))
+        self.assertEqual(enlace.Enlace.ValTIVA("A1"), 101)
+
+    def test_grabar_leer_anular(self):
+        s = self.sesion
+        s.Fecha, s.Número = "15/03/26", ""
+        linea = s.AddEntry("5700000000", "Caja", 1, Importe=10.0)
+        linea.Importe = 12.5
+        s.AñadirApunte("7000000000", "Venta", TIPO=2, Importe=12.5, Referencia="R1")
+        self.assertEqual((s.Apunte(1).Importe, s.Apunte(0), s.Apunte(3)), (12.5, None, None))
+        self.assertEqual(s.GrabarAsiento(), 0)
+        self.assertEqual(s.ContadorApuntes(), 0)
+        self.assertEqual(linea.Descripción, "Caja")  # a line outlives the entry
+        s.LeerUltimoAsiento()
+        self.assertEqual([(s.Apunte(i).TIPO, s.Apunte(i).Importe) for i in (1, 2)], [(1, 12.5), (2, 12.5)])
+        self.assertEqual(s.ExisteReferencia("R1"), 1)
+        self.assertEqual(s.CalcularMoneda(100)[1], 100)
+        s.AnularAsiento(s.Fecha, s.Número)
+        self.assertEqual(s.ExisteReferencia("R1"), 0)
+
+    def test_un_mes(self):
+        ejemplo = os.path.join(os.environ["TARVOLINE_EJEMPLOS"], "mes.py")
+        hecho = subprocess.run([sys.executable, ejemplo, self.nombre, "2"], capture_output=True, text=True)
+        self.assertEqual((hecho.returncode, hecho.stderr), (0, ""))
+        lineas = hecho.stdout.splitlines()
+        self.assertEqual(len(lineas), 4)
+        self.assertTrue(lineas[-1].endswith("3395.06"), hecho.stdout)  # (1200 + 845.5 + 2310.25) * 1.21 - 1875.4
+        self.assertIn("Nóminas del mes", lineas[-1])
+
+    def test_los_nombres_de_los_tipos(self):
+        """The stubs name what the module has, and all of it."""
+        with open(os.path.join(os.path.dirname(enlace.__file__), "enlace.pyi"), encoding="utf-8") as archivo:
+            clases = {nodo.name: nodo for nodo in ast.parse(archivo.read()).body if isinstance(nodo, ast.ClassDef)}
+        del clases["ErrorEnlace"]
+        for nombre, nodo in clases.items():
+            dichos = {n.name for n in nodo.body if isinstance(n, ast.FunctionDef)}
+            dichos |= {n.target.id for n in nodo.body if isinstance(n, ast.AnnAssign)}
+            hechos = {n for n in vars(getattr(enlace, nombre)) if not n.startswith("_")}
+            self.assertEqual(dichos - {"__init__"}, hechos, nombre)
+
+
+if __name__ == "__main__":
+    unittest.main()
