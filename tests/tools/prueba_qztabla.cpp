@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "apoyo/carpeta_prueba.h"
+#include "platform/archivos.h"
 
 namespace tarvoline::pruebas {
 namespace {
@@ -74,6 +75,90 @@ TEST_F(Qztabla, UnPlanMaloDejaElQueHabia) {
         EXPECT_EQ(correr(std::string("plan malo.plan ") + destino), 1) << destino;
         EXPECT_NE(salida().find("a plan is named PLANCnn.QZD"), std::string::npos) << salida();
     }
+}
+
+// A chart of three accounts; one has all that is escaped in its notes.
+struct QztablaPlan : Qztabla {
+    static constexpr std::size_t registro = 564;
+
+    QztablaPlan() {
+        carpeta.escribir("mio.plan", "5 Cuentas financieras\n57 Tesorería\n570 Caja, \"efectivo\"\n");
+        EXPECT_EQ(correr("plan mio.plan PLANC07.QZD"), 0) << salida();
+        auto datos = carpeta.leer("PLANC07.QZD");
+        constexpr std::size_t notas = 10 + 40 + 1;
+        datos.replace(2 * registro + notas, 12, "a\tb\r\nc\\nd\xF1\\\\");
+        carpeta.escribir("PLANC07.QZD", datos);
+    }
+    // What a shell does with it must come out well.
+    void exigir(const std::string& guion) const {
+        const auto orden = "cd '" + carpeta.ruta() + "' && PATH=" + TARVOLINE_BIN + ":$PATH && " + guion;
+        EXPECT_EQ(std::system(orden.c_str()), 0) << guion;
+    }
+};
+
+TEST_F(QztablaPlan, LaHuellaEsLaDeLoQueSeVuelca) {
+    exigir(
+        "qztabla verificar PLANC07.QZD | grep -q \"^SHA-256 de volcar: $(qztabla volcar PLANC07.QZD | "
+        "sha256sum | cut -c1-64)$\"");
+}
+
+// The dump by an independent reader: unescaped, it has what the JSON lines have.
+TEST_F(QztablaPlan, ElVolcadoYSuJsonDicenLoMismo) {
+    carpeta.escribir("cotejo.py", R"(
+import json, re
+claro = lambda v: re.sub(r'\\(.)', lambda m: {'t': '\t', 'r': '\r', 'n': '\n', '\\': '\\'}[m[1]], v)
+lineas = open('plan.txt', newline='', encoding='utf-8').read().split('\n')
+assert lineas.pop() == ''
+titulos, *filas = [[claro(v) for v in linea.split('\t')] for linea in lineas]
+objetos = [json.loads(linea) for linea in open('plan.json', encoding='utf-8')]
+assert len(filas) == len(objetos) == 3 and titulos[:3] == ['REGISTRO', 'CUENTA', 'TITULO'], titulos
+for fila, objeto in zip(filas, objetos):
+    assert list(objeto) == titulos
+    for texto, valor in zip(fila, objeto.values()):
+        assert (texto == valor) if isinstance(valor, str) else (float(texto) == valor), (texto, valor)
+assert objetos[1]['TITULO'] == 'Tesorería' and objetos[1]['DEBE ENERO'] == 0
+assert objetos[2]['TITULO'] == 'Caja, "efectivo"'
+assert objetos[2]['NOTAS'] == 'a\tb\r\nc\\ndñ\\\\', objetos[2]
+)");
+    exigir(
+        "qztabla volcar PLANC07.QZD >plan.txt && qztabla volcar --json PLANC07.QZD >plan.json && "
+        "python3 cotejo.py");
+}
+
+TEST_F(QztablaPlan, VerificarYReindexar) {
+    EXPECT_EQ(correr("verificar PLANC07.QZD"), 0);
+    EXPECT_EQ(salida().find('\r'), std::string::npos) << "progress in a pipe";
+    auto datos = carpeta.leer("PLANC07.QZD");
+    carpeta.escribir("PLANC07.QZD", datos.replace(registro, 2, "58") + datos.substr(0, registro));
+    EXPECT_EQ(correr("verificar PLANC07.QZD"), 1);
+    const auto halladas = salida();
+    EXPECT_NE(halladas.find("Registro 2: la clave 1 lo tiene con «57» y sus campos dicen «58».\n"),
+              std::string::npos)
+        << halladas;
+    EXPECT_NE(halladas.find("Registro 4: no está en ninguna clave.\n"), std::string::npos) << halladas;
+    {
+        const auto archivos = platform::crearSistemaArchivos();
+        const auto abierta = archivos->abrir(carpeta.ruta("PLANC07.QZD"), platform::Apertura::escritura,
+                                             platform::Comparticion::compartida);
+        EXPECT_EQ(correr("reindexar PLANC07.QZD"), 4);
+        EXPECT_EQ(correr("verificar PLANC07.QZD"), 1);
+        EXPECT_EQ(correr("volcar PLANC07.QZD"), 0);
+    }
+    EXPECT_EQ(correr("reindexar PLANC07.QZD"), 0);
+    EXPECT_NE(salida().find("Registro 4: adoptado.\n"), std::string::npos) << salida();
+    EXPECT_TRUE(carpeta.hay("anterior.PLANC07.QZC"));
+    EXPECT_EQ(correr("verificar PLANC07.QZD"), 0) << salida();
+}
+
+TEST_F(QztablaPlan, LoQueNoSePuedeLeer) {
+    EXPECT_EQ(correr("verificar PLANC08.QZD"), 3);
+    EXPECT_EQ(correr("verificar PLANC07.QZC"), 3);
+    EXPECT_NE(salida().find("is not the name of a table"), std::string::npos) << salida();
+    EXPECT_EQ(correr("verificar --definicion mio.plan PLANC07.QZD"), 3);
+    EXPECT_EQ(correr("verificar"), 2);
+    EXPECT_EQ(correr("volcar PLANC08.QZD"), 1);
+    exigir("qztabla volcar PLANC07.QZD >/dev/full 2>error.txt; test $? = 1 && grep -q written error.txt");
+    EXPECT_EQ(correr("reindexar PLANC08.QZD"), 1);
 }
 
 }  // namespace
