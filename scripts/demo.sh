@@ -51,7 +51,8 @@ copias() { # copias USER ARGUMENTS...
   TARVOLINE_CLAVE=${usuario^}2024 "$bin/tarvoline-copias" --usuario "$usuario" "$@"
 }
 
-# Company file against company file but for the two digits of the number, table against table, image against image.
+# Company file against company file but for the two digits of the number, table against table, image against image. (What
+# the books say is compared through the link.)
 comparar() {
   local original=$1 copia=$2 n=0 numero_original numero_copia archivo pareja
   numero_original=$(head -c 2 "$original")
@@ -94,6 +95,9 @@ restaurar_empresa() {
   restaurada=$(find "$casa/empresas" -maxdepth 1 -iname '*~1.QZT')
   [ -n "$restaurada" ] || fallo 'there is no restored company'
   comparar "$original" "$restaurada"
+  medir 'the same entries and balances' -- "$bin/tarvoline-demo" comparar "$original" "$restaurada"
+  "$bin/qztabla" verificar "$restaurada" >"$casa/verificar.txt" || fallo "the restored books, see $casa/verificar.txt"
+  echo 'the restored books are sound: tables, keys and totals'
 }
 
 mover_personales() {

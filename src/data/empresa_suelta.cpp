@@ -37,7 +37,7 @@ void ponerEnVigor(CapaDatos& capa, std::string_view ruta) {
         nivelesDeAnalitica(SeccionTextos(capa).GET_TOTAL("NivelesCosto", empresa.gArchivoEmpresa));
     capa.enVigor = empresa;
     capa.gMultiusuario = true;
-    cargarMonedas(capa);
+    mirarMonedas(capa);
 }
 
 std::array<int, 9> nivelesDeCuentas(const CabeceraEmpresa& cabecera) {

@@ -58,6 +58,24 @@ MonedasEnVigor::Origen origenDe(CapaDatos& capa, std::string_view archivo, const
     return {archivo, ruta, estado->longitud, estado->modificado};
 }
 
+void cargarDe(CapaDatos& capa, std::string_view archivo, const std::function<std::string()>& rutaDe) {
+    MonedasEnVigor monedas;
+    try {
+        const auto ruta = rutaDe();
+        monedas.origen = origenDe(capa, archivo, ruta);
+        const auto tabla = leerMonedas(capa, ruta);
+        monedas.CambioMonedaBase = cambioSegunda(tabla[segundaMoneda].cambio);
+        for (std::size_t i = 0; i < tabla.size(); ++i) {
+            monedas.DecimalesMonedas[i] = tabla[i].decimalesEnVigor.value_or(capa.gDecimalesMoneda);
+            monedas.AbreviaturasMonedas[i] = tabla[i].abreviatura;
+        }
+        monedas.cargadas = true;
+    } catch (const platform::ErrorArchivo& error) {
+        capa.avisar(error.what());
+    }
+    capa.monedas = monedas;
+}
+
 }  // namespace
 
 FilaMoneda interpretarMoneda(std::string_view bytes) {
@@ -112,22 +130,16 @@ std::string rutaMonedas(CapaDatos& capa) {
 
 void cargarMonedas(CapaDatos& capa) {
     const auto archivo = archivoMonedas(capa);
-    if (sigueIgual(capa, archivo)) return;
-    MonedasEnVigor monedas;
-    try {
-        const auto ruta = rutaMonedas(capa);
-        monedas.origen = origenDe(capa, archivo, ruta);
-        const auto tabla = leerMonedas(capa, ruta);
-        monedas.CambioMonedaBase = cambioSegunda(tabla[segundaMoneda].cambio);
-        for (std::size_t i = 0; i < tabla.size(); ++i) {
-            monedas.DecimalesMonedas[i] = tabla[i].decimalesEnVigor.value_or(capa.gDecimalesMoneda);
-            monedas.AbreviaturasMonedas[i] = tabla[i].abreviatura;
-        }
-        monedas.cargadas = true;
-    } catch (const platform::ErrorArchivo& error) {
-        capa.avisar(error.what());
-    }
-    capa.monedas = monedas;
+    if (!sigueIgual(capa, archivo)) cargarDe(capa, archivo, [&] { return rutaMonedas(capa); });
+}
+
+void mirarMonedas(CapaDatos& capa) {
+    const auto archivo = archivoMonedas(capa);
+    cargarDe(capa, archivo, [&] {
+        const auto suya = capa.ajustes.leerCarpeta(clave_comun::monedas) + std::string(archivo);
+        return platform::existe(capa.archivos, suya) ? suya
+                                                     : CarpetaPrograma(capa.carpetas) + std::string(archivo);
+    });
 }
 
 }  // namespace tarvoline::data

@@ -43,5 +43,7 @@ std::string rutaMonedas(CapaDatos& capa);
 // CapaDatos::avisar. Tables are opened around every operation: a file that was found before and has kept its
 // size and time is not looked for again.
 void cargarMonedas(CapaDatos& capa);
+// The same for who only looks: the file of the setting, else the one that ships; nothing is stored or copied.
+void mirarMonedas(CapaDatos& capa);
 
 }  // namespace tarvoline::data

@@ -42,7 +42,6 @@ class Taller {
         // Currencies and rates are those that ship.
         for (const char* clave : {"CON_DIR", "IVA_DIR"})
             ajustes_.GrabarRegistro(clave, carpetas_.DirectorioPrograma());
-        ajustes_.GrabarRegistro("GLOBAL_DIR", propia_ + "/");
     }
     ~Taller() {
         std::error_code seIgnora;  // what stays is a small folder of the temporary ones

@@ -70,8 +70,9 @@ class Casa {
     // A company with a user of its own, marked as pending in that slot.
     std::string crearEmpresa(const std::string& nombre, const std::string& usuario, const std::string& clave,
                              int ranura) {
-        const auto salida = correr("tarvoline-demo", {"--carpeta", carpeta_.ruta("empresas"), "--nombre",
-                                                      nombre, "--usuario", usuario, "--clave", clave});
+        const auto salida =
+            correr("tarvoline-demo", {"--carpeta", carpeta_.ruta("empresas"), "--nombre", nombre, "--usuario",
+                                      usuario, "--clave", clave, "--operaciones", "24"});
         const auto ruta = empresa(nombre + ".QZT");
         if (salida.codigo != 0 || !std::filesystem::exists(ruta)) {
             throw std::runtime_error("tarvoline-demo: " + salida.errores);
