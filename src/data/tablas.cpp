@@ -39,6 +39,10 @@ std::int16_t Tablas::orden(std::string comando) {
     return gEstado;
 }
 
+std::size_t Tablas::siguientes(int tabla, std::span<std::int32_t> registros) {
+    return gMotor_->siguientes(static_cast<unsigned>(tabla), registros);
+}
+
 void Tablas::CerrarTodo() {
     for (Ranura& ranura : ranuras_) {
         if (sincronizar_ && ranura.archivo) ranura.archivo->sincronizar();

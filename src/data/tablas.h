@@ -20,6 +20,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -93,6 +94,8 @@ class Tablas {
     void LlamarIndexados();
     // The same with a command; returns gEstado.
     std::int16_t orden(std::string comando);
+    // MotorIndexados::siguientes: many N at the price of one; gRegistro and gEstado stay.
+    std::size_t siguientes(int tabla, std::span<std::int32_t> registros);
 
     // --- Tables -----------------------------------------------------------------------------------------
     // Opens the table `nombre` (definition `nombre`.QZA in the program directory) of the company `sufijo` in

@@ -6,10 +6,12 @@
 // Fields are named by position; one that the table's definition does not have reads as empty.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "data/tablas.h"
 
@@ -46,33 +48,41 @@ class Fila {
     std::string_view bytes_;
 };
 
-// Reads ahead while the records asked for lie near each other, longer and longer runs. A record that nobody
-// had written when its run was read is read again on its own; a row that others change meanwhile may come as
-// it was.
+// Reads runs of records, and keeps them, where those that are asked for lie near each other, be it in order
+// or not. A record that nobody had written when its run was read is read again on its own; a row that others
+// change meanwhile may come as it was.
 class LectorRegistros {
   public:
     // `tablas` is borrowed; the table must be open as long as it is read.
-    LectorRegistros(data::Tablas& tablas, int tabla)
-        : tablas_(tablas), tabla_(tabla), definicion_(tablas.definicion(tabla)) {}
+    LectorRegistros(data::Tablas& tablas, int tabla);
 
     // Nothing for a record that is removed, or not written yet.
     std::optional<Fila> leer(std::int32_t registro);
 
   private:
-    std::string_view enBloque(std::int32_t registro) const;
-    void cargar(std::int32_t desde, std::int32_t cuantos);
+    // Neighbouring records; each has one place among the runs that it may lie at.
+    struct Tramo {
+        std::int32_t numero = -1;
+        std::string bytes;
+    };
+    static constexpr std::size_t tramosGuardados = 512;
+
+    std::string_view enTramo(std::int32_t registro);
+    std::string_view solo(std::int32_t registro);
 
     data::Tablas& tablas_;
     int tabla_;
     const data::DefinicionTabla& definicion_;
-    std::string bloque_;
-    std::int32_t desde_ = 0;  // first record of the block
-    std::int32_t tramo_ = 1;  // records of the next block
-    std::int32_t ultimo_ = 0;
+    std::int32_t porTramo_;
+    std::array<Tramo, tramosGuardados> tramos_;
+    std::string suelto_;
+    std::int32_t anterior_ = 0;  // record asked for before
+    int ahorro_ = 0;             // records that a run has saved, or would have, less what runs cost
 };
 
 // The rows of a table in the order of one of its keys, from a place on. Records that are not there are passed
-// over.
+// over. The position of the table is its own: other commands that move it spoil the walk. It asks for longer
+// and longer runs of entries; what others insert into one after that is not met.
 class RecorridoClave {
   public:
     enum class Sentido { adelante, atras };
@@ -87,17 +97,24 @@ class RecorridoClave {
     void avanzar();
     // The row that it stands on; null at the end.
     const Fila* fila() const { return fila_ ? &*fila_ : nullptr; }
-    std::int32_t registro() const { return tablas_.gRegistro; }
+    std::int32_t registro() const { return registro_; }
 
   private:
+    void empezar(std::int16_t respuesta);
+    bool tomarEntrada();
     void tomarFila();
 
     data::Tablas& tablas_;
+    const int numeroTabla_;
     const std::string clave_, tabla_;
     const Sentido sentido_;
     const std::string paso_;  // the command that goes one on
     LectorRegistros lector_;
+    std::int32_t registro_ = 0;
     std::optional<Fila> fila_;
+    // Entries to come, from `lugar_` on.
+    std::vector<std::int32_t> entradas_;
+    std::size_t lugar_ = 0;
 };
 
 }  // namespace tarvoline::link

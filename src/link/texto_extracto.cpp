@@ -12,11 +12,13 @@ namespace tarvoline::link {
 namespace {
 
 constexpr char separador = '\t';
+constexpr std::string_view celdaVacia = "0\t";  // of the other side
 constexpr std::string_view finDeLinea = "\r\n";
 constexpr std::string_view debe = "1";
 
+// Also the other control codes, which no text has.
 bool parteCeldas(char c) {
-    return c == '\t' || c == '\r' || c == '\n';
+    return c >= 0 && c < ' ';
 }
 
 }  // namespace
@@ -35,8 +37,9 @@ void TextoExtracto::anadir(const Fila& fila) {
     celdaFecha(fila.bytes(extra::fecha));
     celda(fila.ansi(extra::asiento));
     celda(fila.ansi(extra::descripcion));
-    celdaNumero(alDebe ? importe : 0);
-    celdaNumero(alDebe ? 0 : importe);
+    if (!alDebe) texto_ += celdaVacia;
+    celdaNumero(importe);
+    if (alDebe) texto_ += celdaVacia;
     celdaNumero(saldo_);
     for (const int posicion : {extra::punteo, extra::diario, extra::canal, extra::referencia})
         celda(fila.ansi(posicion));
@@ -45,9 +48,13 @@ void TextoExtracto::anadir(const Fila& fila) {
 }
 
 void TextoExtracto::celda(std::string_view bytesAnsi) {
-    const std::size_t desde = texto_.size();
-    anadirUtf8(bytesAnsi, texto_);
-    std::replace_if(texto_.begin() + static_cast<std::ptrdiff_t>(desde), texto_.end(), parteCeldas, ' ');
+    if (std::ranges::any_of(bytesAnsi, parteCeldas)) {
+        std::string limpio(bytesAnsi);
+        std::ranges::replace_if(limpio, parteCeldas, ' ');
+        anadirUtf8(limpio, texto_);
+    } else {
+        anadirUtf8(bytesAnsi, texto_);
+    }
     texto_ += separador;
 }
 

@@ -9,7 +9,7 @@
 
 namespace tarvoline::link {
 
-// The columns of Enlace::LeerExtractoEx. A tab or a line break inside a text becomes a blank.
+// The columns of Enlace::LeerExtractoEx. A control code inside a text (a tab, a line break) becomes a blank.
 class TextoExtracto {
   public:
     // `cuenta`: Windows-1252.

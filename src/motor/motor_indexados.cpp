@@ -225,6 +225,32 @@ std::int16_t MotorIndexados::mover(Arbol& arbol, Mesa& mesa) const {
     return hay ? estado::bien : estado::noHay;
 }
 
+std::size_t MotorIndexados::siguientes(unsigned tabla, std::span<std::int32_t> registros) {
+    Mesa& mesa = mesas_.at(tabla);
+    if (!mesa.archivo || mesa.clave == 0 || !mesa.situada) return 0;
+    std::size_t hay = 0;
+    try {
+        mesa.archivo->leer([&] {
+            Arbol arbol(*mesa.archivo, mesa.clave);
+            Sitio actual = mesa.sitio();
+            const bool mismaCabecera = actual.cabecera == mesa.archivo->cabecera().sello;
+            for (hay = 0; hay < registros.size(); ++hay) {
+                const bool otra = hay > 0 || mismaCabecera
+                                      ? arbol.trasSitio(actual, mesa.siguiente())
+                                      : arbol.desde(actual.clave, Cota::superior, mesa.siguiente());
+                if (!otra) break;
+                actual = mesa.siguiente();
+                registros[hay] = static_cast<std::int32_t>(actual.clave.registro);
+            }
+            mesa.siguiente() = actual;
+        });
+    } catch (const platform::ErrorArchivo& error) {
+        throw ErrorMotor(error.what());
+    }
+    mesa.cual = 1 - mesa.cual;
+    return hay;
+}
+
 std::int16_t MotorIndexados::insertar(std::int32_t& registro) {
     ArchivoClaves& archivo = archivoDeOrden();
     const auto& textos = orden_.textos;

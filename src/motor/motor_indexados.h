@@ -28,6 +28,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "motor/arbol.h"
@@ -65,6 +66,10 @@ class MotorIndexados {
     // (damage met by anything but I and open, an error of the device); the position is then where it was.
     void Ejecutar(std::string& comando, std::int32_t& registro, std::int16_t& estadoComando);
 
+    // What one N after the other would give, as one command: the record numbers of the entries behind the
+    // table's position, as many as `registros` has room for. The table then stands on the last of them. 0 at
+    // the end, and without a current entry. Throws ErrorMotor.
+    std::size_t siguientes(unsigned tabla, std::span<std::int32_t> registros);
     // The highest record number that the table's counter has given. REQUIRES: abierta(tabla).
     std::uint32_t ultimoRegistro(unsigned tabla);
     // Closes one table's file, as K does with all; nothing when it has none.

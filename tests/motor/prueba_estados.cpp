@@ -76,6 +76,33 @@ TEST_F(Estados, laPosicionSobreviveAlBorrado) {
     EXPECT_EQ(mandar(motor_, "I\\2\\asiento\\x"), (Contestado{0, 502}));
 }
 
+// Many steps as one are those of N, whatever another handle does to the file in between.
+TEST_F(Estados, muchosPasosEnUno) {
+    ASSERT_EQ(estado(crear("A.QZC", "12/1")), 0);
+    Azar azar(7);
+    std::vector<std::int32_t> debidos, hallados;
+    for (int i = 0; i < 700; ++i)
+        ASSERT_EQ(estado("I\\2\\m" + std::to_string(azar() % 400)), 0);
+    for (auto una = mandar(motor_, "F\\1\\2"); una.estado == 0; una = mandar(motor_, "N\\2"))
+        debidos.push_back(una.registro);
+    ASSERT_EQ(debidos.size(), 700U);
+
+    MotorIndexados otro(*archivos_);
+    ASSERT_EQ(mandar(otro, abrir("A.QZC")).estado, 0);
+    std::vector<std::int32_t> tanda(5);
+    EXPECT_EQ(otro.siguientes(2, tanda), 0U);  // no key is the current one yet
+    EXPECT_EQ(motor_.siguientes(3, tanda), 0U);
+    hallados.push_back(mandar(motor_, "F\\1\\2").registro);
+    do {
+        tanda.assign(1 + azar() % 90, 0);
+        tanda.resize(motor_.siguientes(2, tanda));
+        hallados.insert(hallados.end(), tanda.begin(), tanda.end());
+        if (azar() % 2 == 0) ASSERT_EQ(mandar(otro, "I\\2\\a").estado, 0);  // behind the walk
+    } while (!tanda.empty());
+    EXPECT_EQ(hallados, debidos);
+    EXPECT_EQ(mandar(motor_, "P\\2").registro, debidos[debidos.size() - 2]);
+}
+
 TEST_F(Estados, variasClavesDeUnRegistroEnUnaOrden) {
     ASSERT_EQ(estado(crear("A.QZC")), 0);
     ASSERT_EQ(estado("I\\2\\a\\b"), 0);
