@@ -4,6 +4,7 @@
 #include "data/verificacion.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <map>
 #include <set>
@@ -27,9 +28,9 @@ constexpr unsigned bitsCubeta = 8;
 constexpr std::size_t cubetasPorMirada = 1024;
 constexpr std::uint64_t cadaCuantos = 4096;
 constexpr std::chrono::milliseconds esperaDeInsercion{1000};
-constexpr std::chrono::milliseconds pausas[] = {std::chrono::milliseconds{20}, std::chrono::milliseconds{100},
-                                                std::chrono::milliseconds{300},
-                                                std::chrono::milliseconds{600}};
+constexpr std::array<std::chrono::milliseconds, 4> pausas{
+    std::chrono::milliseconds{20}, std::chrono::milliseconds{100}, std::chrono::milliseconds{300},
+    std::chrono::milliseconds{600}};
 
 using Conjunto = std::set<Discrepancia>;
 
