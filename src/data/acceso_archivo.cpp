@@ -27,21 +27,31 @@ void esperarTurno(CapaDatos& capa, platform::Archivo* archivo, TipoBloqueo tipo)
     }
 }
 
-// Opens, runs `paso` and closes, until it goes through or the tries are used up: then the last error passes.
-void repetir(CapaDatos& capa, std::string_view ruta, platform::Apertura apertura,
-             const OperacionArchivo& paso) {
+using Handle = std::unique_ptr<platform::Archivo>;
+
+// Opens and runs `paso`, until it goes through or the tries are used up: then the last error passes. The
+// file, still open, is what it returns.
+Handle repetir(CapaDatos& capa, std::string_view ruta, platform::Apertura apertura,
+               const OperacionArchivo& paso) {
     const bool lee = apertura == platform::Apertura::lectura;
     for (int intento = 1;; ++intento) {
-        std::unique_ptr<platform::Archivo> archivo;
+        Handle archivo;
         try {
             archivo = capa.archivos.abrir(ruta, apertura, platform::Comparticion::compartida);
             paso(*archivo);
-            return;
+            return archivo;
         } catch (const ErrorArchivo& error) {
             if (!puedePasar(error) || intento >= capa.reintentosEmpresa.intentos) throw;
         }
         esperarTurno(capa, archivo.get(), lee ? TipoBloqueo::compartido : TipoBloqueo::exclusivo);
     }
+}
+
+void bloquear(const CapaDatos& capa, std::string_view ruta, platform::Archivo& archivo,
+              platform::Rango rango) {
+    if (!capa.gMultiusuario || archivo.bloquear(rango, TipoBloqueo::exclusivo)) return;
+    throw ErrorArchivo(platform::error_archivo::permisoDenegado, std::string(ruta),
+                       "another program holds the company file");
 }
 
 void avisarAbandono(const CapaDatos& capa, const ErrorArchivo& error) {
@@ -67,12 +77,16 @@ void exigirEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchiv
 void exigirCambioEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar,
                          platform::Rango rango) {
     repetir(capa, ruta, platform::Apertura::escritura, [&](platform::Archivo& archivo) {
-        if (capa.gMultiusuario && !archivo.bloquear(rango, TipoBloqueo::exclusivo)) {
-            throw ErrorArchivo(platform::error_archivo::permisoDenegado, std::string(ruta),
-                               "another program holds the company file");
-        }
+        bloquear(capa, ruta, archivo, rango);
         cambiar(archivo);  // the lock ends with the handle
     });
+}
+
+void conEmpresaBloqueada(CapaDatos& capa, std::string_view ruta, const std::function<void()>& paso) {
+    const Handle abierta =
+        repetir(capa, ruta, platform::Apertura::escritura,
+                [&](platform::Archivo& archivo) { bloquear(capa, ruta, archivo, platform::todoElArchivo); });
+    paso();
 }
 
 bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar,

@@ -28,4 +28,9 @@ bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchi
 void exigirCambioEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar,
                          platform::Rango rango = platform::todoElArchivo);
 
+// Runs `paso` once while the whole file is locked (with gMultiusuario): work on other files that one program
+// does at a time. Only the lock is tried again; what `paso` throws passes. Throws ErrorArchivo when the lock
+// could not be had.
+void conEmpresaBloqueada(CapaDatos& capa, std::string_view ruta, const std::function<void()>& paso);
+
 }  // namespace tarvoline::data

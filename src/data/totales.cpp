@@ -158,7 +158,7 @@ std::int32_t Totales::buscarOCrear(const Plan& plan, const std::string& codigo, 
     if (!capa_.gMultiusuario || empresa.empty()) {
         crearSiFalta();
     } else {
-        exigirCambioEmpresa(capa_, empresa, [&](platform::Archivo&) { crearSiFalta(); });
+        conEmpresaBloqueada(capa_, empresa, crearSiFalta);
     }
     return registro;
 }
@@ -259,7 +259,8 @@ std::string Totales::SiguienteOrdenIva(std::string_view serie) {
     if (tablas_.gRegistro > 0 && campo(iva::serie) == buscada) {
         siguiente = static_cast<std::int64_t>(core::Val(campo(iva::orden))) + 1;
     }
-    return core::conCeros(siguiente, cifrasOrden);
+    const std::string texto = core::conCeros(siguiente, cifrasOrden);
+    return texto.substr(texto.size() - cifrasOrden);  // behind the highest it begins again
 }
 
 }  // namespace tarvoline::data

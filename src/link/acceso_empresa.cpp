@@ -48,18 +48,17 @@ void AccesoEmpresa::AbrirEmpresa(std::string_view empresa, std::string_view clav
         crear(empresa, clave);
         return;
     }
-    sesion_.empresa.gArchivoEmpresa = rutaPedida(empresa);
+    // Whatever fails from here on, the company before is no longer open: its number does not belong to this
+    // file.
+    std::string ruta = rutaPedida(empresa);
+    sesion_.empresa = {};
+    sesion_.empresa.gArchivoEmpresa = std::move(ruta);
+    sesion_.ponerEnVigor();
     comprobarArchivo();
     leerCabecera();
     comprobarClave(clave);
-    data::EmpresaEnVigor& abierta = sesion_.empresa;
-    abierta.gNiveles = data::nivelesDeCuentas(abierta.cabecera);
-    sesion_.ponerEnVigor();
     sesion_.contexto.datos.carpetas.PonerDirectorioDatos(productoEmpresas);
     conciliarDirectorioGlobal();
-    abierta.gNivelesAnalitica =
-        data::nivelesDeAnalitica(data::VistaNombrada(sesion_.contexto.datos).GetTotal("NivelesCosto"));
-    sesion_.ponerEnVigor();
 }
 
 // The new company is named but not open, and neither is the one before: its number belongs to another file.
@@ -114,6 +113,11 @@ void AccesoEmpresa::leerCabecera() {
     sesion_.contexto.datos.gMultiusuario = true;
     empresa.cabecera = cabecera;
     empresa.gDirectorioEmpresa = core::SepararRuta(empresa.gArchivoEmpresa).directorio;
+    empresa.gNiveles = data::nivelesDeCuentas(cabecera);
+    sesion_.ponerEnVigor();
+    empresa.gNivelesAnalitica =
+        data::nivelesDeAnalitica(data::VistaNombrada(sesion_.contexto.datos).GetTotal("NivelesCosto"));
+    sesion_.ponerEnVigor();
 }
 
 void AccesoEmpresa::comprobarClave(std::string_view clave) const {

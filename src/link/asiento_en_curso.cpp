@@ -11,8 +11,21 @@ namespace tarvoline::link {
 namespace estado = motor::estado;
 namespace tabla = data::tabla;
 
-AsientoEnCurso::AsientoEnCurso(Sesion& suya)
-    : sesion(suya), tablas(suya.contexto.tablas()), hoy(fechaDeHoy(suya)) {}
+void Pasos::operator()(std::string_view cual, const std::function<void()>& paso) {
+    try {
+        paso();
+    } catch (const std::exception& error) {
+        sesion_.pendientes.vaciar();
+        const data::CapaDatos& datos = sesion_.contexto.datos;
+        const std::string fallo = std::string(cual) + ": " + error.what();
+        datos.avisar(fallo);
+        if (!contado_ && datos.alMostrar) datos.mostrar({.texto = fallo, .icono = core::Icono::exclamacion});
+        contado_ = true;
+    }
+}
+
+AsientoEnCurso::AsientoEnCurso(Sesion& suya, Pasos& pasos)
+    : sesion(suya), paso(pasos), tablas(suya.contexto.tablas()), hoy(fechaDeHoy(suya)) {}
 
 void AsientoEnCurso::poner(int tabla, int posicion, std::string_view utf8) {
     tablas.ponerTexto(tabla, posicion, utf8);
@@ -28,29 +41,31 @@ std::optional<std::int32_t> AsientoEnCurso::anadir(int tabla) {
     return tablas.gRegistro;
 }
 
-std::int32_t AsientoEnCurso::buscar(int tabla, std::string_view codigo) {
-    std::string valor = core::aAnsi(codigo).bytes();
-    valor.resize(ancho::cuenta, ' ');
-    return tablas.orden("S\\1\\" + std::to_string(tabla) + "\\" + valor) == estado::bien ? tablas.gRegistro
-                                                                                         : 0;
+bool AsientoEnCurso::conFila(int tabla, std::string_view codigo,
+                             const std::function<void(const Fila&)>& usar) {
+    constexpr int posicionCodigo = 1;
+    const std::string buscado = core::aAnsi(core::Mid(codigo, 1, ancho::cuenta)).bytes();
+    RecorridoClave filas(tablas, tabla, 1);
+    filas.desde(buscado);
+    if (filas.fila() == nullptr || filas.fila()->ansi(posicionCodigo) != sinRelleno(buscado)) return false;
+    usar(*filas.fila());
+    return true;
 }
 
 std::optional<AsientoEnCurso::Cuenta> AsientoEnCurso::buscarCuenta(std::string_view codigo) {
-    const std::int32_t registro = buscar(tabla::planc, codigo);
-    if (registro == 0) return std::nullopt;
-    LectorRegistros lector(tablas, tabla::planc);
-    const auto fila = lector.leer(registro);
-    if (!fila) return std::nullopt;
-    return Cuenta{fila->texto(posicion::planc::titulo), fila->ansi(posicion::planc::analitica) == "1"};
+    std::optional<Cuenta> cuenta;
+    conFila(tabla::planc, codigo, [&](const Fila& fila) {
+        cuenta = Cuenta{fila.texto(posicion::planc::titulo), fila.ansi(posicion::planc::analitica) == "1"};
+    });
+    return cuenta;
 }
 
 AsientoEnCurso::Tercero AsientoEnCurso::buscarTercero(std::string_view codigo) {
-    if (const std::int32_t registro = buscar(tabla::datos, codigo); registro > 0) {
-        LectorRegistros lector(tablas, tabla::datos);
-        if (const auto fila = lector.leer(registro)) {
-            return {fila->texto(posicion::datos::nombre), fila->texto(posicion::datos::nif)};
-        }
-    }
+    Tercero tercero;
+    const bool conDatos = conFila(tabla::datos, codigo, [&](const Fila& fila) {
+        tercero = {fila.texto(posicion::datos::nombre), fila.texto(posicion::datos::nif)};
+    });
+    if (conDatos) return tercero;
     const auto cuenta = buscarCuenta(codigo);
     return {cuenta ? cuenta->titulo : std::string(), std::string()};
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,10 +27,22 @@ struct ErrorAplazado {
     std::string texto;
 };
 
+// The steps of storing an entry. Each has a guard of its own: what fails empties the pending collections, so
+// that the lines behind it are not stored, and the next step runs. The first failure alone is shown.
+class Pasos {
+  public:
+    explicit Pasos(Sesion& sesion) : sesion_(sesion) {}
+    void operator()(std::string_view cual, const std::function<void()>& paso);
+
+  private:
+    Sesion& sesion_;
+    bool contado_ = false;
+};
+
 class AsientoEnCurso {
   public:
-    // The session is borrowed; its tables are open as long as lines are stored.
-    explicit AsientoEnCurso(Sesion& suya);
+    // Both are borrowed; the session's tables are open as long as lines are stored.
+    AsientoEnCurso(Sesion& suya, Pasos& pasos);
 
     // Sets fields of the record under way, by position: gCampos of the table.
     void poner(int tabla, int posicion, std::string_view utf8);
@@ -41,7 +54,7 @@ class AsientoEnCurso {
         std::string titulo;
         bool analitica = false;
     };
-    // An account of the chart; nothing when it is not there.
+    // An account of the chart, the first that is really there; nothing when there is none.
     std::optional<Cuenta> buscarCuenta(std::string_view codigo);
     // Name and NIF of an account: its master data, else the title that it has in the chart.
     struct Tercero {
@@ -62,6 +75,7 @@ class AsientoEnCurso {
     }
 
     Sesion& sesion;
+    Pasos& paso;
     data::Tablas& tablas;
     const std::string hoy;  // stored form
     std::vector<CuentaAnalitica> CuentasAnaliticas;
@@ -69,8 +83,8 @@ class AsientoEnCurso {
     std::optional<data::TablaCursor> cursorExtra, cursorIva;
 
   private:
-    // The first record whose key 1 is `codigo`; 0: none.
-    std::int32_t buscar(int tabla, std::string_view codigo);
+    // Calls `usar` with the first row whose field 1 is `codigo`: keys without a row are passed over.
+    bool conFila(int tabla, std::string_view codigo, const std::function<void(const Fila&)>& usar);
     data::TablaCursor& cursorDe(std::optional<data::TablaCursor>& cursor, int tabla);
 };
 

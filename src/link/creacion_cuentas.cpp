@@ -75,14 +75,15 @@ bool CreacionCuentas::crear(TablaPlan plan, CuentaNueva& cuenta) {
     data::Tablas& tablas = sesion_.contexto.tablas();
     TablaCursor cursor(sesion_.contexto.datos, tablas);
     abrirCursor(sesion_, cursor, static_cast<int>(plan));
-    tablas.gEstado = motor::estado::bien;
     // Programs that miss the same account at the same time make one.
-    data::exigirCambioEmpresa(sesion_.contexto.datos, sesion_.empresa.gArchivoEmpresa,
-                              [&](platform::Archivo&) { crearOCambiar(cursor, cuenta); });
-    return tablas.gEstado == motor::estado::bien;
+    bool cabe = true;
+    data::conEmpresaBloqueada(sesion_.contexto.datos, sesion_.empresa.gArchivoEmpresa,
+                              [&] { cabe = crearOCambiar(cursor, cuenta); });
+    return cabe && tablas.gEstado == motor::estado::bien;
 }
 
-void CreacionCuentas::crearOCambiar(TablaCursor& cursor, CuentaNueva& cuenta) const {
+// False: there is no number behind the highest account.
+bool CreacionCuentas::crearOCambiar(TablaCursor& cursor, CuentaNueva& cuenta) const {
     const std::string nivel = core::Recortar(cuenta.Nivel);
     if (cuenta.Cuenta.find('*') != std::string::npos)
         numerar(cursor, sesion_.empresa.gNiveles, cuenta.Cuenta);
@@ -96,6 +97,7 @@ void CreacionCuentas::crearOCambiar(TablaCursor& cursor, CuentaNueva& cuenta) co
     } else if (nivel == ponerAnalitica) {
         cambiar(cursor, campo::analitica, "1");
     }
+    return true;
 }
 
 }  // namespace tarvoline::link

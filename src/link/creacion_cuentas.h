@@ -15,7 +15,7 @@ class CreacionCuentas {
     bool crear(TablaPlan plan, CuentaNueva& cuenta);
 
   private:
-    void crearOCambiar(data::TablaCursor& cursor, CuentaNueva& cuenta) const;
+    bool crearOCambiar(data::TablaCursor& cursor, CuentaNueva& cuenta) const;
 
     Sesion& sesion_;
 };

@@ -2,6 +2,7 @@
 
 #include "core/despliegue.h"
 #include "core/texto.h"
+#include "data/monedas.h"
 #include "link/enlace_interior.h"
 #include "link/fechas_enlace.h"
 #include "link/moneda_sesion.h"
@@ -200,6 +201,8 @@ std::int32_t Enlace::GrabarAsiento() {
 }
 
 Enlace::ValoresMoneda Enlace::CalcularMoneda(double importeEntrada) {
+    interior_->conEmpresa();
+    data::cargarMonedas(interior_->sesion.contexto.datos);
     return MonedaSesion(interior_->sesion).calcular(importeEntrada);
 }
 

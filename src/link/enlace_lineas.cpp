@@ -1,9 +1,24 @@
 // The members of Enlace that add a line to the entry, and those that give back what has been read.
+#include <limits>
+#include <stdexcept>
+
 #include "core/texto.h"
 #include "link/enlace_interior.h"
 #include "link/fechas_enlace.h"
 
 namespace tarvoline::link {
+
+namespace {
+
+std::uint8_t comoByte(int numero, const char* campo) {
+    if (numero < 0 || numero > std::numeric_limits<std::uint8_t>::max()) {
+        throw std::overflow_error(std::string(campo) +
+                                  " is a number from 0 to 255: " + std::to_string(numero));
+    }
+    return static_cast<std::uint8_t>(numero);
+}
+
+}  // namespace
 
 std::shared_ptr<ApunteClass> Enlace::AñadirApunte(std::string_view cuenta, std::string_view descripción,
                                                   int tipo, double importe, std::string_view diario,
@@ -16,7 +31,7 @@ std::shared_ptr<ApunteClass> Enlace::AñadirApunte(std::string_view cuenta, std:
     linea.TIPO = tipo;
     linea.Importe = importe;
     linea.Diario = diario;
-    linea.Punteo = static_cast<std::uint8_t>(punteo);
+    linea.Punteo = comoByte(punteo, "Punteo");
     linea.Canal = canal;
     linea.Referencia = referencia;
     linea.NOTAS = notas;
@@ -51,8 +66,7 @@ std::shared_ptr<CarteraClass> Enlace::AñadirCartera(std::string_view fechaVenci
 std::shared_ptr<IVAClass> Enlace::AñadirIVA(const IVAClass& linea) {
     IVAClass nueva = linea;
     const Sesion& sesion = interior_->sesion;
-    const std::string fecha = fechaSinComprobar(sesion, linea.FechaFactura);
-    if (!fecha.empty()) nueva.FechaFactura = fechaCorta(sesion, fecha);
+    nueva.FechaFactura = fechaCorta(sesion, fechaDeTexto(sesion, linea.FechaFactura));
     for (std::string* texto :
          {&nueva.SII_Codigo, &nueva.SII_DescripcionDocumento, &nueva.SII_Id, &nueva.SII_FacturaExtendida,
           &nueva.SII_FacturaRectificativa_DUA, &nueva.SII_PeriodoPresentacion}) {
@@ -78,7 +92,7 @@ std::shared_ptr<IVAClass> Enlace::AñadirIVA(
     linea.SRTC = srtc;
     linea.Base = base;
     linea.TOTAL = total;
-    linea.Prorata = static_cast<std::uint8_t>(prorata);
+    linea.Prorata = comoByte(prorata, "Prorata");
     linea.titulo = titulo;
     linea.NIF = nif;
     linea.NumeroOrden = numeroOrden;

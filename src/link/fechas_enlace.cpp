@@ -49,14 +49,37 @@ bool esDiaDeMes(int dia, int mes) {
     return dia <= (std::ranges::find(mesesCortos, mes) == mesesCortos.end() ? 31 : 30);
 }
 
+[[noreturn]] void rechazarForma(std::string_view valor) {
+    throw ErrorEnlace(error_enlace::fechaNoValida, "Formato Fecha no válido: " + std::string(valor) +
+                                                       "\nFormatos aceptados son: 31/12/13 o 131231");
+}
+
 void comprobarForma(const Partes& partes, std::string_view valor) {
     const bool bien =
         std::ranges::all_of(partes.anio, esCifraDeAnio) &&
         (valor.size() == largoCompleta || std::ranges::all_of(partes.dia + partes.mes, esCifra)) &&
         esDiaDeMes(core::ValEntero(partes.dia), core::ValEntero(partes.mes));
-    if (bien) return;
-    throw ErrorEnlace(error_enlace::fechaNoValida, "Formato Fecha no válido: " + std::string(valor) +
-                                                       "\nFormatos aceptados son: 31/12/13 o 131231");
+    if (!bien) rechazarForma(valor);
+}
+
+bool esGuardada(std::string_view texto) {
+    return texto.size() == largoYymmdd && esCifraDeAnio(texto[0]) && esCifra(texto[1]) &&
+           std::ranges::all_of(texto.substr(2), esCifra) &&
+           esDiaDeMes(core::ValEntero(texto.substr(4)), core::ValEntero(texto.substr(2, 2)));
+}
+
+// Day, month and year of a text with separators, the year first when it has four digits there; nothing for
+// another text.
+std::optional<std::array<std::string, 3>> diaMesAnio(std::string texto) {
+    std::ranges::replace_if(
+        texto, [](char c) { return c == '-' || c == '.'; }, '/');
+    const auto partes = core::Partir(texto, "/");
+    const auto cifras = [](const std::string& parte) {
+        return !parte.empty() && std::ranges::all_of(parte, esCifra);
+    };
+    if (partes.size() != 3 || !std::ranges::all_of(partes, cifras)) return std::nullopt;
+    if (partes[0].size() == 4) return std::array{partes[2], partes[1], partes[0]};
+    return std::array{partes[0], partes[1], partes[2]};
 }
 
 void comprobarEjercicio(const Sesion& sesion, const Partes& partes, std::string_view valor) {
@@ -76,7 +99,26 @@ std::string ValidarFecha(const Sesion& sesion, std::string_view valor) {
         comprobarForma(*partes, valor);
         comprobarEjercicio(sesion, *partes, valor);
     }
-    return fechaSinComprobar(sesion, valor);
+    std::string guardada = fechaSinComprobar(sesion, valor);
+    if (guardada.empty() && partir(valor)) rechazarForma(valor);
+    return guardada;
+}
+
+std::string fechaDeTexto(const Sesion& sesion, std::string_view texto) {
+    constexpr int primerAnio = 1960, ultimoAnio = 2159;  // what the stored form can tell
+    const std::string limpio = core::Recortar(texto);
+    if (limpio.empty()) return {};
+    if (esGuardada(limpio)) return fechaSinComprobar(sesion, limpio);
+    const auto partes = diaMesAnio(limpio);
+    if (!partes) rechazarForma(texto);
+    const auto& [dia, mes, anio] = *partes;
+    const int ano = core::ValEntero(anio);
+    const bool cabe = anio.size() == 2 || (anio.size() == 4 && ano >= primerAnio && ano <= ultimoAnio);
+    if (!cabe || !esDiaDeMes(core::ValEntero(dia), core::ValEntero(mes))) rechazarForma(texto);
+    const std::string diaMes =
+        core::conCeros(core::ValEntero(dia), 2) + "/" + core::conCeros(core::ValEntero(mes), 2) + "/";
+    return anio.size() == 2 ? data::FechaNormal(sesion.contexto.datos, diaMes + anio)
+                            : data::FechaCompleta(diaMes + anio);
 }
 
 std::string fechaSinComprobar(const Sesion& sesion, std::string_view valor) {
@@ -84,9 +126,10 @@ std::string fechaSinComprobar(const Sesion& sesion, std::string_view valor) {
     if (!partes) return {};
     if (valor.size() == largoBarras) return data::FechaNormal(sesion.contexto.datos, valor);
     if (valor.size() == largoCompleta) {
-        return data::FechaCompleta(core::conCeros(core::ValEntero(partes->dia), 2) + "/" +
-                                   core::conCeros(core::ValEntero(partes->mes), 2) + "/" +
-                                   core::Mid(valor, 7, 4));
+        std::string guardada = data::FechaCompleta(core::conCeros(core::ValEntero(partes->dia), 2) + "/" +
+                                                   core::conCeros(core::ValEntero(partes->mes), 2) + "/" +
+                                                   core::Mid(valor, 7, 4));
+        return esGuardada(guardada) ? guardada : std::string();
     }
     std::string guardada(valor);
     if (guardada.front() >= '0' && guardada.front() <= ultimaDecadaNueva) {

@@ -14,6 +14,10 @@ namespace tarvoline::link {
 std::string ValidarFecha(const Sesion& sesion, std::string_view valor);
 // The same form without any check.
 std::string fechaSinComprobar(const Sesion& sesion, std::string_view valor);
+// The stored form of any usual way to write a date: those above, a stored one, one digit for day or month, a
+// four-digit year first ("2026-02-01"), "/", "-" or "." between; blanks around do not count. "" gives "".
+// Throws ErrorEnlace fechaNoValida for a text that is no date.
+std::string fechaDeTexto(const Sesion& sesion, std::string_view texto);
 // "yymmdd" in digits of a stored date.
 std::string fechaSinSiglo(std::string_view guardada);
 // "dd/mm/yy" of a stored date; "" when there is none.

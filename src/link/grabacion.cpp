@@ -1,6 +1,5 @@
 #include "link/grabacion.h"
 
-#include <functional>
 #include <optional>
 
 #include "link/grabacion_iva.h"
@@ -26,32 +25,14 @@ std::string textoDeError(const ErrorAplazado& error) {
     }
 }
 
-// Each step has a guard of its own: what fails empties the pending collections, so that the lines behind it
-// are not stored, and the next step runs. Only the first failure is shown.
-class Pasos {
-  public:
-    explicit Pasos(Sesion& sesion) : sesion_(sesion) {}
-
-    void operator()(std::string_view cual, const std::function<void()>& paso) {
-        try {
-            paso();
-        } catch (const std::exception& error) {
-            sesion_.pendientes.vaciar();
-            contar(std::string(cual) + ": " + error.what());
-        }
+// A step that fails empties the collection: its lines end there.
+template <typename Linea, typename Grabar>
+void cadaUna(const Coleccion<Linea>& lineas, Grabar&& grabar) {
+    for (std::int32_t i = 1; i <= lineas.contar(); ++i) {
+        const auto linea = lineas(i);
+        grabar(*linea);
     }
-
-  private:
-    void contar(const std::string& fallo) {
-        const data::CapaDatos& datos = sesion_.contexto.datos;
-        datos.avisar(fallo);
-        if (!contado_ && datos.alMostrar) datos.mostrar({.texto = fallo, .icono = core::Icono::exclamacion});
-        contado_ = true;
-    }
-
-    Sesion& sesion_;
-    bool contado_ = false;
-};
+}
 
 }  // namespace
 
@@ -66,30 +47,25 @@ std::int32_t Grabacion::GrabarAsiento() {
 
 // The tables are closed again when it returns.
 void Grabacion::grabarLineas(ErrorAplazado& aplazado) {
-    const Pendientes& pendientes = sesion_.pendientes;
     Pasos paso(sesion_);
     std::optional<TablasAbiertas> abiertas;
     paso("AbrirTablasEmpresa", [&] { abiertas.emplace(sesion_); });
     if (!abiertas) return;
-    AsientoEnCurso asiento(sesion_);
+    AsientoEnCurso asiento(sesion_, paso);
     paso("Moneda", [&] { MonedaSesion(sesion_).resolver(); });
     paso("EXTRA", [&] {
-        for (const auto& linea : pendientes.apuntes)
-            grabarApunte(asiento, *linea);
+        cadaUna(sesion_.pendientes.apuntes, [&](const auto& linea) { grabarApunte(asiento, linea); });
     });
     paso("IVA01", [&] {
-        if (pendientes.ivas.vacia()) return;
+        if (sesion_.pendientes.ivas.vacia()) return;
         GrabacionIva iva(asiento);
-        for (const auto& linea : pendientes.ivas)
-            iva.grabar(*linea);
+        cadaUna(sesion_.pendientes.ivas, [&](const auto& linea) { iva.grabar(linea); });
     });
     paso("EFECT", [&] {
-        for (const auto& linea : pendientes.carteras)
-            grabarCartera(asiento, *linea);
+        cadaUna(sesion_.pendientes.carteras, [&](const auto& linea) { grabarCartera(asiento, linea); });
     });
     paso("Anali", [&] {
-        for (const auto& linea : pendientes.analiticas)
-            grabarAnalitica(asiento, *linea);
+        cadaUna(sesion_.pendientes.analiticas, [&](const auto& linea) { grabarAnalitica(asiento, linea); });
     });
     aplazado = asiento.aplazado;
 }

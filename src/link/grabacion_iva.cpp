@@ -115,7 +115,7 @@ void GrabacionIva::elegirTipo(int numero, const IVAClass& linea) {
 }
 
 void GrabacionIva::ponerImportes(const IVAClass& linea, const ImportesIva& importes) {
-    const std::string fecha = fechaSinComprobar(asiento_.sesion, linea.FechaFactura);
+    const std::string fecha = fechaDeTexto(asiento_.sesion, linea.FechaFactura);
     asiento_.poner(tabla, campo::base, importes.base);
     asiento_.poner(tabla, campo::total, importes.total);
     asiento_.poner(tabla, campo::prorrata, textoProrrata(linea.Prorata));
@@ -124,8 +124,8 @@ void GrabacionIva::ponerImportes(const IVAClass& linea, const ImportesIva& impor
     asiento_.poner(tabla, campo::cuentaIva, linea.CuentaIVA);
     asiento_.poner(tabla, campo::srtc, linea.SRTC);
     asiento_.poner(tabla, campo::fechaFactura, fecha);
-    asiento_.poner(tabla, campo::cuota, static_cast<double>(TipoIvaActual_.Cuota));
-    asiento_.poner(tabla, campo::recargo, static_cast<double>(TipoIvaActual_.Recargo));
+    asiento_.poner(tabla, campo::cuota, comoDoble(TipoIvaActual_.Cuota));
+    asiento_.poner(tabla, campo::recargo, comoDoble(TipoIvaActual_.Recargo));
     asiento_.poner(tabla, campo::claveOperacion, linea.CLAVEOPERACION);
     asiento_.poner(tabla, campo::referencia, linea.Referencia);
     asiento_.poner(tabla, campo::cuotaProrrata, cuotaProrrata(importes.cuota, linea.Prorata));

@@ -1,7 +1,6 @@
 #include "link/grabacion_lineas.h"
 
 #include "core/texto.h"
-#include "data/fechas.h"
 #include "data/utilidades.h"
 #include "link/creacion_cuentas.h"
 #include "link/fechas_enlace.h"
@@ -55,10 +54,12 @@ Enlace::ValoresMoneda ponerImporte(AsientoEnCurso& asiento, int tabla, double im
     return valores;
 }
 
-AsientoEnCurso::Cuenta cuentaOCrearla(AsientoEnCurso& asiento, const std::string& codigo) {
+// `codigo` is the account that was made, which a pattern leaves open.
+AsientoEnCurso::Cuenta cuentaOCrearla(AsientoEnCurso& asiento, std::string& codigo) {
     if (const auto cuenta = asiento.buscarCuenta(codigo)) return *cuenta;
     CuentaNueva nueva{codigo, "Cuenta Sin Titulo"};
     CreacionCuentas(asiento.sesion).crear(TablaPlan::cuentas, nueva);
+    codigo = nueva.Cuenta;
     return asiento.buscarCuenta(codigo).value_or(AsientoEnCurso::Cuenta{});
 }
 
@@ -81,6 +82,13 @@ void ponerApunte(AsientoEnCurso& asiento, const ApunteClass& linea, const Import
     poner(campo::referencia, linea.Referencia);
 }
 
+void grabarNotas(AsientoEnCurso& asiento, std::int32_t registro, const ApunteClass& linea) {
+    if (linea.NOTAS.empty()) return;
+    asiento.cambiarRegistro(asiento.cursorExtra, tabla::extra, registro, [&](data::TablaCursor& cursor) {
+        cursor.EscribirCampo(campo::notas, 0, linea.NOTAS);
+    });
+}
+
 // The row of an analytic line begins as its journal line.
 void copiarApunte(AsientoEnCurso& asiento, std::int32_t registro) {
     data::Tablas& tablas = asiento.tablas;
@@ -100,14 +108,6 @@ CuentaAnalitica* lineaConSitio(AsientoEnCurso& asiento, std::string_view cuenta)
     return nullptr;
 }
 
-// A due date in any form, as stored.
-std::string vencimientoGuardado(const data::CapaDatos& datos, std::string_view fecha) {
-    constexpr std::size_t larga = 10;
-    if (fecha.size() == larga) return data::FechaCompleta(fecha);
-    if (fecha.find('/') != std::string_view::npos) return data::FechaNormal(datos, fecha);
-    return data::FechaNormal(datos, data::FechaNormal(datos, fecha));
-}
-
 }  // namespace
 
 void grabarApunte(AsientoEnCurso& asiento, const ApunteClass& linea) {
@@ -115,7 +115,9 @@ void grabarApunte(AsientoEnCurso& asiento, const ApunteClass& linea) {
     const ImporteConSigno con = conSigno(linea.TIPO, linea.Importe);
     ponerApunte(asiento, linea, con);
     const Enlace::ValoresMoneda valores = ponerImporte(asiento, tabla::extra, con.importe);
-    const AsientoEnCurso::Cuenta cuenta = cuentaOCrearla(asiento, linea.Cuenta);
+    std::string codigo = linea.Cuenta;
+    const AsientoEnCurso::Cuenta cuenta = cuentaOCrearla(asiento, codigo);
+    asiento.poner(tabla::extra, campo::cuenta, codigo);
     asiento.poner(tabla::extra, campo::titulo, cuenta.titulo);
     asiento.poner(tabla::extra, campo::numeroAnalitica,
                   cuenta.analitica ? totales.SiguienteContadorAnalitica() : std::string());
@@ -123,15 +125,11 @@ void grabarApunte(AsientoEnCurso& asiento, const ApunteClass& linea) {
     const auto registro = asiento.anadir(tabla::extra);
     if (!registro) return;
     if (cuenta.analitica) {
-        asiento.CuentasAnaliticas.push_back(
-            {core::Recortar(linea.Cuenta), valores.ValorEnPesetas, 0, *registro});
+        asiento.CuentasAnaliticas.push_back({core::Recortar(codigo), valores.ValorEnPesetas, 0, *registro});
     }
-    if (!linea.NOTAS.empty()) {
-        asiento.cambiarRegistro(asiento.cursorExtra, tabla::extra, *registro, [&](data::TablaCursor& cursor) {
-            cursor.EscribirCampo(campo::notas, 0, linea.NOTAS);
-        });
-    }
-    if (!linea.ArchivoImagen.empty()) guardarPdf(asiento, linea);
+    // What comes beside the line must not keep it from the totals.
+    asiento.paso("NOTAS", [&] { grabarNotas(asiento, *registro, linea); });
+    asiento.paso("PDF", [&] { guardarPdf(asiento, linea); });
     totales.gImporte = con.importe;
     totales.ActualizarTotalesCuenta(1);
 }
@@ -145,7 +143,7 @@ void grabarCartera(AsientoEnCurso& asiento, const CarteraClass& linea) {
     const auto cuenta = asiento.buscarCuenta(linea.Cuenta);
     poner(efect::fecha, sesion.Fecha);
     poner(efect::asiento, sesion.Número);
-    poner(efect::vencimiento, vencimientoGuardado(sesion.contexto.datos, linea.FechaVencimiento));
+    poner(efect::vencimiento, fechaDeTexto(sesion, linea.FechaVencimiento));
     poner(efect::cuenta, linea.Cuenta);
     poner(efect::titulo, cuenta ? cuenta->titulo : std::string());
     poner(efect::cartera, linea.cartera);

@@ -1,7 +1,10 @@
 // The PDF of a line of the journal.
+#include <algorithm>
+
 #include "core/carpetas.h"
 #include "core/texto.h"
 #include "link/grabacion_lineas.h"
+#include "link/posiciones.h"
 
 namespace tarvoline::link {
 
@@ -20,6 +23,7 @@ std::string rutaLibre(platform::SistemaArchivos& archivos, const std::string& si
 }  // namespace
 
 void guardarPdf(AsientoEnCurso& asiento, const ApunteClass& linea) {
+    if (linea.ArchivoImagen.empty()) return;
     const Sesion& sesion = asiento.sesion;
     data::CapaDatos& datos = sesion.contexto.datos;
     if (core::Mayusculas(linea.ArchivoImagen).find(".PDF") == std::string::npos) {
@@ -30,8 +34,12 @@ void guardarPdf(AsientoEnCurso& asiento, const ApunteClass& linea) {
     const core::PartesRuta empresa = core::SepararRuta(sesion.empresa.gArchivoEmpresa);
     const std::string carpeta = core::conSeparadorFinal(empresa.directorio + empresa.nombre);
     datos.carpetas.CrearDirectorios(carpeta);
-    std::string nombre = core::Recortar(sesion.Fecha);
-    nombre.append(core::Recortar(sesion.Número)).append(core::Recortar(linea.Cuenta));
+    // Named by what the row holds, so that whoever has the row finds it.
+    std::string nombre;
+    for (const int campo : {posicion::extra::fecha, posicion::extra::asiento, posicion::extra::cuenta})
+        nombre += core::Recortar(asiento.tablas.texto(data::tabla::extra, campo));
+    std::ranges::replace_if(
+        nombre, [](char c) { return c == '/' || c == '\\'; }, '-');
     platform::escribirAtomico(datos.archivos, rutaLibre(datos.archivos, carpeta + nombre),
                               platform::leerTodo(datos.archivos, linea.ArchivoImagen));
 }

@@ -65,12 +65,14 @@ void MonedaSesion::resolver() {
         contexto.CambioMoneda = 1;
         return;
     }
+    // As the table keeps it.
+    const std::string codigo = core::Recortar(core::Mid(contexto.Moneda, 1, letrasDeCodigo));
     data::MonedasEnVigor& monedas = contexto.datos.monedas;
-    const auto conocida = std::ranges::find(monedas.AbreviaturasMonedas, contexto.Moneda);
+    const auto conocida = std::ranges::find(monedas.AbreviaturasMonedas, codigo);
     std::size_t fila = static_cast<std::size_t>(conocida - monedas.AbreviaturasMonedas.begin());
     if (conocida == monedas.AbreviaturasMonedas.end()) {
-        fila = anotar(contexto.datos, contexto.Moneda, contexto.CambioMoneda);
-        monedas.AbreviaturasMonedas[fila] = contexto.Moneda;
+        fila = anotar(contexto.datos, codigo, contexto.CambioMoneda);
+        monedas.AbreviaturasMonedas[fila] = codigo;
         monedas.DecimalesMonedas[fila] = monedas.DecimalesMonedas.front();
     }
     sesion_.gIndiceMoneda = std::to_string(fila);

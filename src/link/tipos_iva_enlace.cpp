@@ -1,5 +1,8 @@
 #include "link/tipos_iva_enlace.h"
 
+#include <array>
+#include <charconv>
+
 #include "core/texto.h"
 #include "data/tipos_iva.h"
 
@@ -15,6 +18,14 @@ int ValTIVA(std::string_view des) {
     return core::ValEntero(des);
 }
 
+double comoDoble(float porcentaje) {
+    std::array<char, 32> texto{};
+    const auto fin = std::to_chars(texto.data(), texto.data() + texto.size(), porcentaje).ptr;
+    double numero = 0;
+    std::from_chars(texto.data(), fin, numero);
+    return numero;
+}
+
 TipoIvaClass leerTipoIva(Sesion& sesion, int numero) {
     data::CapaDatos& capa = sesion.contexto.datos;
     const data::TipoIva tipo = data::TiposIva::leer(capa, data::rutaTiposIva(capa))(numero);
@@ -27,8 +38,8 @@ TipoIvaClass leerTipoIva(Sesion& sesion, int numero) {
     leido.Descripción = soloDetras ? core::Recortar(tipo.Descripción.substr(mas + 1)) : delante;
     leido.ClaveOp2 = tipo.ClaveOp2;
     leido.ClaveOp = tipo.ClaveOp;
-    leido.Cuota = tipo.Cuota;
-    leido.Recargo = tipo.Recargo;
+    leido.Cuota = comoDoble(tipo.Cuota);
+    leido.Recargo = comoDoble(tipo.Recargo);
     return leido;
 }
 
