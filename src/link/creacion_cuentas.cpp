@@ -85,9 +85,14 @@ bool CreacionCuentas::crear(TablaPlan plan, CuentaNueva& cuenta) {
 // False: there is no number behind the highest account.
 bool CreacionCuentas::crearOCambiar(TablaCursor& cursor, CuentaNueva& cuenta) const {
     const std::string nivel = core::Recortar(cuenta.Nivel);
-    if (cuenta.Cuenta.find('*') != std::string::npos)
-        numerar(cursor, sesion_.empresa.gNiveles, cuenta.Cuenta);
+    if (cuenta.Cuenta.find('*') != std::string::npos) {
+        std::string numerada = cuenta.Cuenta;
+        numerar(cursor, sesion_.empresa.gNiveles, numerada);
+        if (numerada.size() > ancho::cuenta) return false;
+        cuenta.Cuenta = numerada;
+    }
     filtrarCuenta(cursor, cuenta.Cuenta);
+    sesion_.contexto.tablas().gEstado = motor::estado::bien;  // what the search ended with is no failure
     if (cursor.FinDeTabla()) {
         const bool conMarca = nivel == ponerAnalitica || cuenta.IsAnalitica;
         const bool propio = nivel != sinCambio && nivel != ponerAnalitica && !nivel.empty();
