@@ -28,7 +28,7 @@ struct MundoEnlace {
     static std::string programa() { return std::string(TARVOLINE_PROGRAMA) + "/"; }
     // A folder of this world with copies of shipped files: without them the user's own folder would be used.
     std::string carpetaCon(const std::string& nombre, std::initializer_list<const char*> archivos) const {
-        const std::string ruta = carpeta(nombre);
+        std::string ruta = carpeta(nombre);
         for (const auto* archivo : archivos) {
             platform::escribirAtomico(*mundo.archivos, ruta + archivo,
                                       platform::leerTodo(*mundo.archivos, programa() + archivo));
@@ -36,7 +36,7 @@ struct MundoEnlace {
         return ruta;
     }
     std::string carpeta(const std::string& nombre) const {
-        const std::string ruta = mundo.carpeta.ruta(nombre + "/");
+        std::string ruta = mundo.carpeta.ruta(nombre + "/");
         mundo.archivos->crearDirectorios(ruta);
         return ruta;
     }

@@ -202,9 +202,9 @@ TEST_F(Anulacion, SinEmpresaAbierta) {
 // Several programs that annul the same lines at the same time take them back once.
 TEST_F(Anulacion, DosProgramasLaMismaLinea) {
     constexpr int lineas = 12;
-    std::vector<std::int32_t> registros;
-    for (int i = 0; i < lineas; ++i)
-        registros.push_back(linea({"C60131", "4300000001", std::to_string(i), "", "1", 4}));
+    std::vector<std::int32_t> registros(lineas);
+    for (std::int32_t& registro : registros)
+        registro = linea({"C60131", "4300000001", "1", "", "1", 4});
     constexpr int procesos = 3;
     enProcesos(procesos, 1, [&](int, int) {
         link::Contexto otro(*mundo.archivos, mundo.ajustes, mundo.carpetas, mundo.reloj);

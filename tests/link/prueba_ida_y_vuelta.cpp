@@ -1,6 +1,7 @@
 // Entries at random: posted, read back, annulled and posted again as read.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <random>
 
@@ -29,9 +30,9 @@ struct IdaYVuelta : ::testing::Test, MundoLibros {
     double importe() { return hasta(200'000) / 100.0 - 500; }
 
     void apunte() {
-        const char* const cuentas[] = {"4300000001", "5700000000", "7000000000", "4770000021"};
-        const char* const diarios[] = {"1", "9", "A", "b", "C", "z"};
-        const char* const referencias[] = {"", "F/1", "Ñ \\ 2"};
+        constexpr std::array cuentas{"4300000001", "5700000000", "7000000000", "4770000021"};
+        constexpr std::array diarios{"1", "9", "A", "b", "C", "z"};
+        constexpr std::array referencias{"", "F/1", "Ñ \\ 2"};
         enlace.AñadirApunte(cuentas[hasta(4)], "Apunte número " + std::to_string(hasta(99)),
                             1 + static_cast<int>(hasta(4)), importe(), diarios[hasta(6)],
                             static_cast<int>(hasta(256)), hasta(2) == 0 ? "N" : "012", referencias[hasta(3)],
@@ -107,8 +108,8 @@ struct IdaYVuelta : ::testing::Test, MundoLibros {
                                 std::fabs(core::Val(enlace.Config("ABONOSA"))));
         tablas().AbrirTablasEmpresa();
         for (const int tabla : {planc, costo}) {
-            const int columnas[] = {tablas().gCampoDePosicion(tabla, link::posicion::planc::debe),
-                                    tablas().gCampoDePosicion(tabla, link::posicion::planc::haber)};
+            const std::array columnas{tablas().gCampoDePosicion(tabla, link::posicion::planc::debe),
+                                      tablas().gCampoDePosicion(tabla, link::posicion::planc::haber)};
             for (std::int32_t i = 1; i <= tablas().cuantosRegistros(tabla); ++i) {
                 for (int periodo = 0; periodo < 15; ++periodo) {
                     for (const int columna : columnas)

@@ -1,7 +1,9 @@
 // Entries read back into the pending collections, and the walks from one to the next.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
+#include <ranges>
 
 #include "apoyo_libros.h"
 
@@ -46,11 +48,12 @@ TEST_F(LecturaAsientos, LosImportesSeLeenComoSeDarian) {
     }
     EXPECT_TRUE(enlace.HayPendientes());
     EXPECT_EQ(aqui(), "260131/000001");
-    const double importes[] = {121.25, 100, -21.25, -3, 100};
-    const int tipos[] = {1, 2, 2, 7, 2};
-    for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(enlace.Apunte(i + 1)->Importe, importes[i]);
-        EXPECT_EQ(enlace.Apunte(i + 1)->TIPO, tipos[i]);
+    constexpr std::array<double, 5> importes{121.25, 100, -21.25, -3, 100};
+    constexpr std::array tipos{1, 2, 2, 7, 2};
+    for (std::size_t i = 0; i < importes.size(); ++i) {
+        const auto apunte = enlace.Apunte(static_cast<std::int32_t>(i + 1));
+        EXPECT_EQ(apunte->Importe, importes[i]);
+        EXPECT_EQ(apunte->TIPO, tipos[i]);
     }
     EXPECT_EQ(enlace.Apunte(1)->Referencia, "F-1");
     EXPECT_EQ(enlace.Apunte(2)->Descripción, "Venta ñ €");
@@ -77,11 +80,11 @@ TEST_F(LecturaAsientos, LibroDeFacturas) {
         const char* liquido;
         double porcentaje;
     };
-    const Caso casos[] = {{"200", "242", "30", "", "212", 15},
-                          {"200", "242", "4.6", "02", "237.4", 1.9},
-                          {"200", "242", "30", "", "242", 0},  // of the line before it
-                          {"0", "242", "30", "", "212", 0},
-                          {"200", "242", "0", "", "242", 0}};
+    const std::vector<Caso> casos{{"200", "242", "30", "", "212", 15},
+                                  {"200", "242", "4.6", "02", "237.4", 1.9},
+                                  {"200", "242", "30", "", "242", 0},  // of the line before it
+                                  {"0", "242", "30", "", "212", 0},
+                                  {"200", "242", "0", "", "242", 0}};
     for (const Caso& caso : casos) {
         CamposFila campos = comunes;
         campos.insert(campos.end(), {{6, caso.base},
@@ -94,8 +97,8 @@ TEST_F(LecturaAsientos, LibroDeFacturas) {
     }
     enlace.LeerAsiento("31/01/26", "000001");
     ASSERT_EQ(enlace.ContadorIva(), 5);
-    for (int i = 0; i < 5; ++i)
-        EXPECT_EQ(enlace.iva(i + 1)->PorcRetencion, casos[i].porcentaje) << i;
+    for (std::size_t i = 0; i < casos.size(); ++i)
+        EXPECT_EQ(enlace.iva(static_cast<std::int32_t>(i + 1))->PorcRetencion, casos[i].porcentaje) << i;
     const auto iva = enlace.iva(2);
     EXPECT_EQ(iva->CuentaClienteProveedor + iva->titulo + iva->NIF + iva->Factura,
               "4000000001ProveedorB1F/77");
@@ -206,8 +209,8 @@ TEST_F(LecturaAsientos, RecorridosAlAzar) {
     EXPECT_EQ(pendientes(), 0);
     EXPECT_EQ("C" + aqui().substr(1, 5) + enlace.Número(), *asientos.rbegin());
     enlace.LeerUltimoAsiento();
-    for (auto uno = asientos.rbegin(); uno != asientos.rend(); ++uno) {
-        ASSERT_EQ("C" + aqui().substr(1, 5) + enlace.Número(), *uno);
+    for (const std::string& asiento : asientos | std::views::reverse) {
+        ASSERT_EQ("C" + aqui().substr(1, 5) + enlace.Número(), asiento);
         enlace.LeerAnteriorAsiento();
     }
     EXPECT_EQ(pendientes(), 0);
