@@ -89,6 +89,9 @@ class Cotejo {
 
     void abrirClaves(platform::SistemaArchivos& archivos, const std::string& ruta) {
         auto abierto = ArchivoClaves::abrir(archivos, ruta, platform::Apertura::lectura);
+        // A company is made without them; the first opening of a table makes them.
+        const bool sinEstrenar = abierto.estado == motor::estado_archivo::noExiste && lugares_ == 0;
+        if (sinEstrenar) return;
         if (!abierto.archivo) {
             const auto que = abierto.estado == motor::estado_archivo::noExiste ? Desacuerdo::clavesAusentes
                              : abierto.estado == motor::estado_archivo::ajeno  ? Desacuerdo::clavesAjenas

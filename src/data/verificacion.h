@@ -17,7 +17,7 @@
 namespace tarvoline::data {
 
 enum class Desacuerdo {
-    clavesAusentes,      // there is no key file
+    clavesAusentes,      // there are records and no key file
     clavesAjenas,        // the key file is of another format
     clavesDannadas,      // it is damaged, or cannot be opened; `texto` tells more where more is known
     clavesDeOtra,        // other keys than the definition's; `texto` says which

@@ -38,6 +38,11 @@ TEST(Verificacion, CuentaLoQueHay) {
     EXPECT_EQ(v.sinEscribir, 1);
     EXPECT_EQ(v.contador, 300U);
     EXPECT_THAT(v.entradas, ElementsAre(299, 299, 299));
+    // A table as its company was made: empty, its keys still to come.
+    m.archivos->borrar(m.datos("EXTRA07.QZC"));
+    EXPECT_FALSE(m.verificar().sana());
+    m.archivos->abrir(m.ruta(), platform::Apertura::vaciar);
+    EXPECT_TRUE(m.verificar().sana());
 }
 
 // Any byte of the pages in use.
