@@ -27,13 +27,16 @@ void esperarTurno(CapaDatos& capa, platform::Archivo* archivo, TipoBloqueo tipo)
     }
 }
 
+TipoBloqueo tipoPara(platform::Apertura apertura) {
+    return apertura == platform::Apertura::lectura ? TipoBloqueo::compartido : TipoBloqueo::exclusivo;
+}
+
 using Handle = std::unique_ptr<platform::Archivo>;
 
 // Opens and runs `paso`, until it goes through or the tries are used up: then the last error passes. The
 // file, still open, is what it returns.
 Handle repetir(CapaDatos& capa, std::string_view ruta, platform::Apertura apertura,
                const OperacionArchivo& paso) {
-    const bool lee = apertura == platform::Apertura::lectura;
     for (int intento = 1;; ++intento) {
         Handle archivo;
         try {
@@ -43,7 +46,7 @@ Handle repetir(CapaDatos& capa, std::string_view ruta, platform::Apertura apertu
         } catch (const ErrorArchivo& error) {
             if (!puedePasar(error) || intento >= capa.reintentosEmpresa.intentos) throw;
         }
-        esperarTurno(capa, archivo.get(), lee ? TipoBloqueo::compartido : TipoBloqueo::exclusivo);
+        esperarTurno(capa, archivo.get(), tipoPara(apertura));
     }
 }
 

@@ -13,7 +13,7 @@ constexpr const char* archivoAjustes = "/QZ/ajustes.ini";
 // The folder beside which share/tarvoline lies: that from which this code was loaded, or the nearest above
 // it, as libraries and modules lie in folders below lib/. The caller's own program tells nothing of it.
 std::string carpetaParaPrograma(platform::SistemaArchivos& archivos) {
-    const std::string suya = platform::carpetaDelModulo();
+    std::string suya = platform::carpetaDelModulo();
     std::string carpeta = suya;
     while (!carpeta.empty()) {
         const std::string arriba = core::SepararRuta(carpeta).directorio;

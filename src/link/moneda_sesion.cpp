@@ -69,7 +69,7 @@ void MonedaSesion::resolver() {
     const std::string codigo = core::Recortar(core::Mid(contexto.Moneda, 1, letrasDeCodigo));
     data::MonedasEnVigor& monedas = contexto.datos.monedas;
     const auto conocida = std::ranges::find(monedas.AbreviaturasMonedas, codigo);
-    std::size_t fila = static_cast<std::size_t>(conocida - monedas.AbreviaturasMonedas.begin());
+    auto fila = static_cast<std::size_t>(conocida - monedas.AbreviaturasMonedas.begin());
     if (conocida == monedas.AbreviaturasMonedas.end()) {
         fila = anotar(contexto.datos, codigo, contexto.CambioMoneda);
         monedas.AbreviaturasMonedas[fila] = codigo;

@@ -24,12 +24,14 @@ void lanzarErrorEnlace(const link::ErrorEnlace& error) {
 }  // namespace
 
 void anadirErrores(py::module_& modulo) {
-    const py::object clase = py::reinterpret_steal<py::object>(PyErr_NewExceptionWithDoc(
+    const auto clase = py::reinterpret_steal<py::object>(PyErr_NewExceptionWithDoc(
         "enlace.ErrorEnlace",
         "What the link raises: numero (unsigned, with the object base 0x80040000 where it "
         "applies), fuente, descripcion (a Spanish text for the user).",
         PyExc_RuntimeError, nullptr));
     modulo.attr(claseError) = clase;
+    // The library's own form of the argument.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param)
     py::register_exception_translator([](std::exception_ptr lanzada) {
         try {
             if (lanzada) std::rethrow_exception(lanzada);

@@ -69,11 +69,10 @@ void anadirInmovilizado(py::module_& modulo) {
         .def_readwrite("I50_ImagenPdf", &link::InmoClass::I50_ImagenPdf);
 }
 
-void anadirDatosGlobales(py::module_& modulo) {
-    py::class_<link::DatosGlobalClass, std::shared_ptr<link::DatosGlobalClass>>(
-        modulo, "DatosGlobalClass", "A person or firm that all companies share.")
-        .def(py::init<>())
-        .def_readwrite("G01_NIF_String_18", &link::DatosGlobalClass::G01_NIF_String_18)
+using Persona = py::class_<link::DatosGlobalClass, std::shared_ptr<link::DatosGlobalClass>>;
+
+void anadirIdentidad(Persona& clase) {
+    clase.def_readwrite("G01_NIF_String_18", &link::DatosGlobalClass::G01_NIF_String_18)
         .def_readwrite("G02_Nombre_String_50", &link::DatosGlobalClass::G02_Nombre_String_50)
         .def_readwrite("G03_ApellidoRazonSocial_String_90",
                        &link::DatosGlobalClass::G03_ApellidoRazonSocial_String_90)
@@ -107,8 +106,11 @@ void anadirDatosGlobales(py::module_& modulo) {
         .def_readwrite("G31_CriterioDeCaja_String_1", &link::DatosGlobalClass::G31_CriterioDeCaja_String_1)
         .def_readwrite("G32_SocDominante_String_40", &link::DatosGlobalClass::G32_SocDominante_String_40)
         .def_readwrite("G33_NifSocDominante_String_18",
-                       &link::DatosGlobalClass::G33_NifSocDominante_String_18)
-        .def_readwrite("G34_SocDomGrupo_String_40", &link::DatosGlobalClass::G34_SocDomGrupo_String_40)
+                       &link::DatosGlobalClass::G33_NifSocDominante_String_18);
+}
+
+void anadirSociedad(Persona& clase) {
+    clase.def_readwrite("G34_SocDomGrupo_String_40", &link::DatosGlobalClass::G34_SocDomGrupo_String_40)
         .def_readwrite("G35_NifSocDomGrupo_String_18", &link::DatosGlobalClass::G35_NifSocDomGrupo_String_18)
         .def_readwrite("G36_Hombre_Fijo_ZeroFilled_7", &link::DatosGlobalClass::G36_Hombre_Fijo_ZeroFilled_7)
         .def_readwrite("G37_Mujer_Fijo_ZeroFilled_7", &link::DatosGlobalClass::G37_Mujer_Fijo_ZeroFilled_7)
@@ -150,6 +152,13 @@ void anadirDatosGlobales(py::module_& modulo) {
         .def_readwrite("G64_Complemento_String_40", &link::DatosGlobalClass::G64_Complemento_String_40)
         .def_readwrite("G65_Localidad_String_30", &link::DatosGlobalClass::G65_Localidad_String_30)
         .def_readwrite("G66_Actualizar", &link::DatosGlobalClass::G66_Actualizar);
+}
+
+void anadirDatosGlobales(py::module_& modulo) {
+    Persona clase(modulo, "DatosGlobalClass", "A person or firm that all companies share.");
+    clase.def(py::init<>());
+    anadirIdentidad(clase);
+    anadirSociedad(clase);
 }
 
 }  // namespace
