@@ -275,7 +275,8 @@ class TARVOLINE_PUBLICO Enlace {
     // be taken out; what went before stays gone. An entry that is not there is nothing. Returns the status of
     // the last removal, 0.
     std::int32_t AnularAsiento(std::string_view fecha, std::string_view numeroAsiento);
-    // All lines with this reference and the portfolio of their entries.
+    // All lines with this reference and the portfolio of their entries. "" is a reference like any other: it
+    // means every line without one.
     void AnularApuntePorReferencia(std::string_view referencia, bool incluirIva = false,
                                    bool incluirAnalitica = false);
     // One line by its record number; locally only.

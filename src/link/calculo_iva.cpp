@@ -31,9 +31,9 @@ double cuotaProrrata(double cuota, int prorrata) {
     return prorrata == 0 ? 0 : cuota - prorrata * porciento * cuota;
 }
 
-double liquidoConRetencion(const ImportesIva& importes, double base, double porcentaje, bool regimenEspecial,
+double liquidoConRetencion(const ImportesIva& importes, double porcentaje, bool regimenEspecial,
                            const Redondeo& redondear) {
-    const double sobre = regimenEspecial ? importes.total : redondear(base);
+    const double sobre = regimenEspecial ? importes.total : redondear(importes.base);
     return importes.total - sobre * porcentaje * porciento;
 }
 

@@ -23,7 +23,7 @@ double cuotaProrrata(double cuota, int prorrata);
 
 // The net of an invoice with a withholding of `porcentaje`: of the total in a special regime, of the base
 // else.
-double liquidoConRetencion(const ImportesIva& importes, double base, double porcentaje, bool regimenEspecial,
+double liquidoConRetencion(const ImportesIva& importes, double porcentaje, bool regimenEspecial,
                            const Redondeo& redondear);
 
 }  // namespace tarvoline::link

@@ -164,7 +164,7 @@ void GrabacionIva::ponerRetencion(const IVAClass& linea, const ImportesIva& impo
     double liquido = linea.Liquido;
     if (data::Redondear(datos, liquido) == 0) {
         const bool especial = !core::Recortar(linea.RegimenEspecial).empty();
-        liquido = liquidoConRetencion(importes, linea.Base, linea.PorcRetencion, especial,
+        liquido = liquidoConRetencion(importes, linea.PorcRetencion, especial,
                                       [&](double valor) { return data::Redondear(datos, valor); });
     }
     asiento_.poner(tabla, campo::liquido, liquido);

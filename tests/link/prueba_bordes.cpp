@@ -143,6 +143,12 @@ TEST_F(Bordes, Porcentajes) {
                   0, "");
     enlace.GrabarAsiento();
     EXPECT_EQ(ultimo(tabla::iva01, "IVA01", 14), "5.2");
+    // What is withheld goes by the base, also by one that was worked out.
+    asiento();
+    enlace.AddVAT("4300000001", "4770000021", "F1", "15/02/26", "21.00", "R", 0, 121, 0, "x", "x", "", "", "",
+                  "", 15, "");
+    enlace.GrabarAsiento();
+    EXPECT_EQ(ultimo(tabla::iva01, "IVA01", 29) + " " + ultimo(tabla::iva01, "IVA01", 31), "15 106");
 }
 
 TEST_F(Bordes, UnaMonedaUnaFila) {
