@@ -19,7 +19,7 @@ void Pasos::operator()(std::string_view cual, const std::function<void()>& paso)
         const data::CapaDatos& datos = sesion_.contexto.datos;
         const std::string fallo = std::string(cual) + ": " + error.what();
         datos.avisar(fallo);
-        if (!contado_ && datos.alMostrar) datos.mostrar({.texto = fallo, .icono = core::Icono::exclamacion});
+        if (!contado_ && datos.alMostrar) datos.mostrar({fallo, core::Icono::exclamacion, {}});
         contado_ = true;
     }
 }
