@@ -60,7 +60,7 @@ std::size_t anotar(data::CapaDatos& capa, const std::string& codigo, double camb
 void MonedaSesion::resolver() {
     Contexto::Interior& contexto = sesion_.contexto;
     if (contexto.Moneda.empty()) contexto.Moneda.assign(letrasDeCodigo, '\0');
-    sesion_.gIndiceMoneda = "0";
+    sesion_.gIndiceMoneda.assign(1, '0');
     if (sinMoneda(contexto.Moneda)) {
         contexto.CambioMoneda = 1;
         return;
