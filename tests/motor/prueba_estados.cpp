@@ -97,7 +97,9 @@ TEST_F(Estados, muchosPasosEnUno) {
         tanda.assign(1 + azar() % 90, 0);
         tanda.resize(motor_.siguientes(2, tanda));
         hallados.insert(hallados.end(), tanda.begin(), tanda.end());
-        if (azar() % 2 == 0) ASSERT_EQ(mandar(otro, "I\\2\\a").estado, 0);  // behind the walk
+        if (azar() % 2 == 0) {
+            ASSERT_EQ(mandar(otro, "I\\2\\a").estado, 0);  // behind the walk
+        }
     } while (!tanda.empty());
     EXPECT_EQ(hallados, debidos);
     EXPECT_EQ(mandar(motor_, "P\\2").registro, debidos[debidos.size() - 2]);
