@@ -22,6 +22,7 @@
 #include "apoyo/nucleo_prueba.h"
 #include "apoyo/servicio_proceso.h"
 #include "core/inicio.h"
+#include "core/texto.h"
 #include "ui/copia_seg.h"
 #include "ui/texto_qt.h"
 #include "workflows/lista.h"

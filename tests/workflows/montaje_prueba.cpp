@@ -1,4 +1,5 @@
 // The objects of a program, joined: who hears what from below, and starting the program again.
+#include "data/capa_datos.h"
 #include "workflows/montaje.h"
 
 #include <gtest/gtest.h>
