@@ -1,5 +1,4 @@
 // The objects of a program, joined: who hears what from below, and starting the program again.
-#include "data/capa_datos.h"
 #include "workflows/montaje.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +6,7 @@
 #include <filesystem>
 
 #include "apoyo/nucleo_prueba.h"
+#include "data/capa_datos.h"
 
 namespace tarvoline::workflows {
 namespace {
