@@ -93,7 +93,7 @@ void Transferencia::enviar(service::ClienteServicio& cliente, const service::Env
     service::AvisosPiezas avisos;
     avisos.detener = [&] { return estado().gDetener; };
     avisos.turno = [&] { panel.Turno(); };
-    avisos.antesDePieza = [&](std::int32_t posicion) { grabarPosicion(posicion); };
+    avisos.antesDePieza = [&](std::int32_t posicion) { grabarPosicion(std::to_string(posicion)); };
     avisos.avance = [&](std::int32_t posicion) {
         progreso(envio.longitud, posicion);
         panel.Barra(posicion, envio.longitud);
@@ -123,9 +123,11 @@ void Transferencia::avisarCambio(const service::Envio& envio) {
     }
 }
 
-// The service has had its last word, good or bad: nothing is left to resume. The archive goes first, so that
-// its path never stands without its file for longer than a moment.
+// The service has had its last word, good or bad: nothing is left to resume. An empty position says so to the
+// next start, should this run die before its record is gone. The archive goes first, so that its path never
+// stands without its file for longer than a moment.
 void Transferencia::terminarSubida(std::string_view archivo, std::string_view tipo) {
+    grabarPosicion("");
     if (core::Mayusculas(tipo) == tipoVeldorix) {
         core::ignorandoErrores(entorno_, "sent archive", [&] { entorno_.archivos.borrar(archivo); });
     }
@@ -146,10 +148,18 @@ std::string Transferencia::ContinuarSubida() {
     if (auto cuenta = leerClave("Cuenta"); !cuenta.empty()) {
         estado.gCuenta = core::Mayusculas(cuenta);
     }
+    const auto archivo = leerClave("Active");
+    const auto tipo = leerClave("Carpeta");
+    const auto posicion = leerClave("Offset");
+    // A company's archive that is gone does not come back; a personal file may, with its disk.
+    if (core::Mayusculas(tipo) == tipoVeldorix && !entorno_.archivos.estado(archivo)) {
+        borrarRegistroSubida();
+        QuitarAccesoInicio();
+        return posicion.empty() ? "" : "ERROR: " + archivo;
+    }
     flujos_.espacio().EspacioOcupado();
     // A damaged position starts the file anew.
-    const auto posicion = std::max(core::ValEntero(leerClave("Offset")), 1);
-    return SubirArchivo(leerClave("Active"), leerClave("Carpeta"), false, posicion);
+    return SubirArchivo(archivo, tipo, false, std::max(core::ValEntero(posicion), 1));
 }
 
 // "Active" makes the record count, so it is written last; before that it does not name another file.
@@ -178,8 +188,7 @@ void Transferencia::grabarClave(std::string_view clave, std::string_view valor) 
 }
 
 // Before every piece. An older position only sends pieces again, so it need not survive a power failure.
-void Transferencia::grabarPosicion(std::int32_t posicion) {
-    const auto valor = std::to_string(posicion);
+void Transferencia::grabarPosicion(std::string_view valor) {
     anotando("Offset", valor,
              [&] { entorno_.ajustes.grabarLigero("Offset", valor, seccion, estado().gProducto); });
 }

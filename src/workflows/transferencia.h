@@ -62,7 +62,7 @@ class Transferencia : public Flujo {
     void terminarSubida(std::string_view archivo, std::string_view tipo);
     void anotarSubida(std::string_view archivo, std::string_view tipo, std::int32_t posicion);
     void grabarClave(std::string_view clave, std::string_view valor);
-    void grabarPosicion(std::int32_t posicion);
+    void grabarPosicion(std::string_view valor);
     void anotando(std::string_view clave, std::string_view valor, const std::function<void()>& paso);
     std::string leerClave(std::string_view clave) const;
 

@@ -126,6 +126,23 @@ TEST_F(PruebaSubidas, UnErrorDejaTodoParaSeguir) {
     }
 }
 
+// A run that dies between the two ends of an upload leaves a record without its archive.
+TEST_F(PruebaSubidas, UnRegistroSinSuCopiaSeOlvida) {
+    const auto perdida = mundo.nucleo.ruta("no está.zip");
+    const auto seguir = [&](const char* tipo, const char* posicion) {
+        anotar("Active", perdida);
+        anotar("Carpeta", tipo);
+        anotar("Offset", posicion);
+        return transferencia.ContinuarSubida();
+    };
+    EXPECT_EQ(seguir("VELDORIX", ""), "") << "it had gone up whole";
+    EXPECT_EQ(registro(), vacio());
+    EXPECT_EQ(seguir("VELDORIX", "262145"), "ERROR: " + perdida);
+    EXPECT_EQ(registro(), vacio());
+    EXPECT_EQ(seguir("PERSONAL", "262145"), "ERROR: " + perdida);
+    EXPECT_NE(registro(), vacio()) << "the disk of a personal file may come back";
+}
+
 TEST_F(PruebaSubidas, LoQueNoLlegaAEmpezarNoDejaRegistro) {
     const auto ruta = zip(3 * c);
     const auto subir = [&](const std::string& que) {
