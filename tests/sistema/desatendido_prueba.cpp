@@ -1,9 +1,11 @@
 // The unattended run as a process, against the embedded service as another.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <nlohmann/json.hpp>
 #include <random>
+#include <set>
 #include <thread>
 
 #include "apoyo/servicio_guion.h"
@@ -57,11 +59,15 @@ class Desatendido : public ::testing::Test {
         return !archivo.empty() && std::filesystem::exists(archivo) &&
                std::stoul(casa.leer("Offset")) + pieza > std::filesystem::file_size(archivo);
     }
-    // Every stored archive gives the company back.
-    void comprobarGuardados() {
+    // Every stored archive gives the company back; one given up half way does not have to, unless it is the
+    // newest, which has gone up anew under its name.
+    void comprobarGuardados(const std::set<std::string>& abandonadas = {}) {
         const auto nombres = guardados();
-        EXPECT_FALSE(nombres.empty());
+        ASSERT_FALSE(nombres.empty());
         for (const auto& nombre : nombres) {
+            if (abandonadas.contains(nombre) && nombre != *std::ranges::max_element(nombres)) {
+                continue;
+            }
             const auto salida = casa.correr("tarvoline-copias", {"-u", "ana", "restaurar", "--json", nombre});
             ASSERT_EQ(salida.codigo, 0) << salida.errores;
             const std::string ruta = Json::parse(salida.texto)["restauradas"][0];
@@ -128,6 +134,7 @@ TEST_F(Desatendido, MatadoUnaYOtraVezAcabaExacto) {
     std::mt19937 dado(semilla);
     const auto ruta = crearGrande(1);
     int muertes = 0;
+    std::set<std::string> abandonadas;
     for (int vez = 0; vez < 8 || (muertes == 0 && vez < 40); ++vez) {
         const auto antes = casa.leer("Offset");
         const auto proceso = casa.lanzar("tarvoline", {"1"});
@@ -139,6 +146,9 @@ TEST_F(Desatendido, MatadoUnaYOtraVezAcabaExacto) {
         std::this_thread::sleep_for(std::chrono::microseconds(dado() % 4000));
         proceso->senal(SIGKILL);
         muertes += proceso->esperar() == 128 + SIGKILL ? 1 : 0;
+        if (cortadaEnSuUltimaPieza()) {
+            abandonadas.insert(std::filesystem::path(casa.leer("Active")).filename());
+        }
     }
     EXPECT_GT(muertes, 0) << "seed " << semilla;
     if (cortadaEnSuUltimaPieza()) {
@@ -146,7 +156,7 @@ TEST_F(Desatendido, MatadoUnaYOtraVezAcabaExacto) {
     }
     EXPECT_EQ(casa.desatendido(), 0) << "seed " << semilla << ": " << casa.carpeta().leer("corrido.err");
     EXPECT_EQ(casa.leer("Active") + casa.leer("EMP1") + casa.leer("Password"), "");
-    comprobarGuardados();
+    comprobarGuardados(abandonadas);
 }
 
 TEST_F(Desatendido, UnaSenalDeFinEsComoUnaCaida) {
