@@ -1,49 +1,31 @@
 // Lines a second of a statement: an account of 100,000 lines in a journal of its own, and in one where every
 // eighth line is its.
 #include <benchmark/benchmark.h>
-#include <stdlib.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 
-#include "core/carpetas.h"
-#include "link/contexto_interior.h"
+#include "empresa_banco.h"
 #include "link/posiciones.h"
-#include "platform/arbol_ajustes.h"
-#include "platform/reloj.h"
-#include "tarvoline/enlace.h"
 
 namespace {
 
 using namespace tarvoline;
+using bench::cifras;
 namespace extra = link::posicion::extra;
 
 constexpr std::int32_t lineas = 100'000;
 
-std::string cifras(std::int64_t valor, std::size_t ancho) {
-    const std::string texto = std::to_string(valor);
-    return std::string(ancho - std::min(ancho, texto.size()), '0') + texto;
-}
-
-// A company in a folder of its own whose account `cuenta` has every `cada`-th line.
-class Libro {
+// A company whose account `cuenta` has every `cada`-th line.
+class Libro : public bench::EmpresaBanco {
   public:
     explicit Libro(int cada) {
-        for (const char* archivo : {"Moneda.QZF", "Moneda1.QZF"})
-            std::filesystem::copy(programa + archivo, carpeta_ + archivo);
-        enlace.CrearEmpresa({.NombreEmpresa = "Extracto", .año = "2026"});
-        enlace.AbrirEmpresa("Extracto");
-        data::Tablas& tablas = contexto_.interior().tablas();
+        data::Tablas& tablas = this->tablas();
         tablas.AbrirTablasEmpresa();
         const std::int64_t todas = std::int64_t{lineas} * cada;
         for (std::int64_t i = 0; i < todas; ++i)
             anadir(tablas, i, todas, i % cada == 0 ? cuenta : "4300000001");
         tablas.CerrarTodo();
     }
-    ~Libro() { std::filesystem::remove_all(carpeta_); }
-    Libro(const Libro&) = delete;
-    Libro& operator=(const Libro&) = delete;
 
     static Libro& propio() {
         static Libro libro(1);
@@ -75,28 +57,6 @@ class Libro {
         tablas.ponerTexto(tabla, extra::referencia, "F" + cifras(numero, 8));
         tablas.AnadirRegistro(tabla);
     }
-    static std::string carpetaNueva() {
-        std::string patron = (std::filesystem::temp_directory_path() / "tarvoline-bench-XXXXXX").string();
-        if (::mkdtemp(patron.data()) == nullptr) std::exit(1);
-        return patron + "/";
-    }
-
-    const std::string programa = std::string(TARVOLINE_PROGRAMA) + "/";
-    const std::string carpeta_ = carpetaNueva();
-    std::unique_ptr<platform::SistemaArchivos> archivos_ = platform::crearSistemaArchivos();
-    std::unique_ptr<platform::ArbolAjustes> arbol_ =
-        platform::crearArbolAjustes(*archivos_, carpeta_ + "ajustes.ini");
-    core::Ajustes ajustes_{*arbol_};
-    // The settings name the folders before anybody asks for them.
-    const bool preparado_ =
-        (ajustes_.GrabarRegistro("DATOS_DIR", carpeta_), ajustes_.GrabarRegistro("Directory", programa),
-         ajustes_.GrabarRegistro("CON_DIR", carpeta_), true);
-    core::Carpetas carpetas_{*archivos_, ajustes_, carpeta_};
-    std::unique_ptr<platform::Reloj> reloj_ = platform::crearReloj();
-    link::Contexto contexto_{*archivos_, ajustes_, carpetas_, *reloj_};
-
-  public:
-    link::Enlace enlace{contexto_};
 };
 
 void leerExtracto(benchmark::State& estado, Libro& (*libro)()) {

@@ -15,6 +15,7 @@
 #include "data/monedas.h"
 #include "data/tablas.h"
 #include "platform/arbol_ajustes.h"
+#include "platform/archivos.h"
 #include "platform/reloj.h"
 
 namespace {
@@ -81,6 +82,7 @@ class Empresa {
         tablas.ponerCampo(extra, 13, tablas.gCampos(extra, 6));
         tablas.ponerCampo(extra, 21, texto(static_cast<std::int64_t>(azar() % 1'000'000), 12));
     }
+    const std::string& carpeta() const { return carpeta_; }
     std::string rutaDatos() const { return tablas.ranura(extra).rutaDatos; }
 
     std::mt19937 azar{1};
@@ -241,6 +243,35 @@ void cerrarTodo(benchmark::State& estado) {
     }
     e.tablas.AbrirTablasEmpresa();
 }
+
+// What the system takes for the same files at least: opened and held, nothing asked or read of them.
+void abrirLosMismosArchivos(benchmark::State& estado) {
+    Empresa& e = Empresa::unica();
+    e.tablas.CerrarTodo();
+    std::vector<std::string> rutas;
+    for (const auto& entrada : std::filesystem::directory_iterator(e.carpeta())) {
+        const auto extension = entrada.path().extension();
+        if (extension == ".QZD" || extension == ".QZC") rutas.push_back(entrada.path().string());
+    }
+    if (rutas.size() != 2 * std::size(nombresTablas)) estado.SkipWithError("not nine tables with keys");
+    std::vector<int> abiertos(rutas.size());
+    for ([[maybe_unused]] auto _ : estado) {
+        const double antes = ahora();
+        for (std::size_t i = 0; i < rutas.size(); ++i) {
+            abiertos[i] = ::open(rutas[i].c_str(), O_RDWR | O_CLOEXEC);
+            struct flock centinela {};
+            centinela.l_type = F_RDLCK;
+            centinela.l_start = platform::byteCentinela;
+            centinela.l_len = 1;
+            ::fcntl(abiertos[i], F_OFD_SETLK, &centinela);
+        }
+        estado.SetIterationTime(ahora() - antes);
+        for (const int abierto : abiertos)
+            ::close(abierto);
+    }
+    e.tablas.AbrirTablasEmpresa();
+}
+BENCHMARK(abrirLosMismosArchivos)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(abrirTablasEmpresa)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(cerrarTodo)->UseManualTime()->Unit(benchmark::kMicrosecond);
 

@@ -2,11 +2,9 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/vfs.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <limits>
 #include <thread>
@@ -35,24 +33,6 @@ struct flock bloqueoDe(Rango rango, short tipo, const std::string& ruta) {
     return bloqueo;
 }
 
-// What statfs(2) calls the file systems that live on this machine's own disks or memory. Whatever is not
-// named here counts as remote, the safe side.
-constexpr std::array<std::uint32_t, 13> sistemasLocales{
-    0xEF53,      // ext2, ext3, ext4
-    0x58465342,  // xfs
-    0x9123683E,  // btrfs
-    0x01021994,  // tmpfs
-    0x858458F6,  // ramfs
-    0x794C7630,  // overlay
-    0x2FC12FC1,  // zfs
-    0xF2F52010,  // f2fs
-    0x3153464A,  // jfs
-    0x52654973,  // reiserfs
-    0x7366746E,  // ntfs3
-    0x2011BAB0,  // exfat
-    0x4D44,      // vfat
-};
-
 short tipoDe(TipoBloqueo tipo) {
     return tipo == TipoBloqueo::exclusivo ? F_WRLCK : F_RDLCK;
 }
@@ -76,10 +56,9 @@ ArchivoPosix::ArchivoPosix(Descriptor descriptor, std::string ruta, Comparticion
       comparticion_(comparticion),
       derechos_(derechos) {}
 
-void ArchivoPosix::tomarCentinela() {
-    if (comparticion_ == Comparticion::libre) return;
-    const short tipo = comparticion_ == Comparticion::exclusiva ? F_WRLCK : F_RDLCK;
-    if (!intentarBloqueo({byteCentinela, 1}, tipo)) lanzar(EAGAIN, ruta_);
+bool ArchivoPosix::tomarCentinela() {
+    if (comparticion_ == Comparticion::libre) return true;
+    return intentarBloqueo({byteCentinela, 1}, comparticion_ == Comparticion::exclusiva ? F_WRLCK : F_RDLCK);
 }
 
 std::size_t ArchivoPosix::leer(std::uint64_t posicion, std::span<std::byte> destino) {
@@ -172,10 +151,8 @@ bool ArchivoPosix::podriaBloquear(Rango rango, TipoBloqueo tipo) {
 }
 
 bool ArchivoPosix::esLocal() {
-    struct statfs datos {};
-    if (repetir([&] { return ::fstatfs(descriptor_.numero(), &datos); }) != 0) return false;
-    const auto clase = static_cast<std::uint32_t>(datos.f_type);
-    return std::find(sistemasLocales.begin(), sistemasLocales.end(), clase) != sistemasLocales.end();
+    if (!volumen_) volumen_ = volumenDe(descriptor_.numero());
+    return volumen_->local;
 }
 
 void ArchivoPosix::exigirEscritura() const {

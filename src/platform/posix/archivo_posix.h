@@ -1,10 +1,12 @@
 // An open file over a descriptor, with open-file-description locks.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "platform/archivos.h"
 #include "platform/posix/descriptor.h"
+#include "platform/posix/volumenes.h"
 
 struct stat;
 
@@ -22,8 +24,11 @@ class ArchivoPosix final : public Archivo {
     };
     ArchivoPosix(Descriptor descriptor, std::string ruta, Comparticion comparticion, Derechos derechos);
 
-    // Takes the sentinel byte as the share mode wants it; throws permisoDenegado when another handle bars it.
-    void tomarCentinela();
+    // Takes the sentinel byte as the share mode wants it; false when another handle bars it.
+    bool tomarCentinela();
+    // What the opener knows of the file system already.
+    void tomarVolumen(const Volumen& volumen) { volumen_ = volumen; }
+    int descriptor() const { return descriptor_.numero(); }
 
     std::size_t leer(std::uint64_t posicion, std::span<std::byte> destino) override;
     void escribir(std::uint64_t posicion, std::span<const std::byte> origen) override;
@@ -45,6 +50,7 @@ class ArchivoPosix final : public Archivo {
     std::string ruta_;
     Comparticion comparticion_;
     Derechos derechos_;
+    std::optional<Volumen> volumen_;  // asked for when it is first needed
 };
 
 }  // namespace tarvoline::platform::posix

@@ -15,7 +15,9 @@
 #include "platform/posix/archivo_posix.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/errores.h"
+#include "platform/posix/quietud.h"
 #include "platform/posix/resolucion.h"
+#include "platform/posix/volumenes.h"
 #include "platform/rutas.h"
 
 namespace tarvoline::platform {
@@ -60,11 +62,8 @@ int banderas(Apertura apertura, Comparticion comparticion) {
     return siempre;
 }
 
-struct stat exigirRegular(const Descriptor& descriptor, const std::string& ruta) {
-    struct stat datos {};
-    if (::fstat(descriptor.numero(), &datos) != 0) lanzar(errno, ruta);
+void exigirRegular(const struct stat& datos, const std::string& ruta) {
     if (!S_ISREG(datos.st_mode)) lanzar(S_ISDIR(datos.st_mode) ? EISDIR : EINVAL, ruta);
-    return datos;
 }
 
 bool sigueConSuNombre(const struct stat& abierto, const std::string& ruta) {
@@ -91,12 +90,10 @@ class SistemaPosix final : public SistemaArchivos {
                                    unsigned permisos) override {
         std::string nativa = posix::normalizar(ruta);
         for (int intento = 1; intento <= intentosDeApertura; ++intento) {
-            struct stat abierto {};
-            auto archivo = abrirUnaVez(nativa, apertura, comparticion, permisos, abierto);
-            if (comparticion == Comparticion::libre || sigueConSuNombre(abierto, nativa)) {
-                if (apertura == Apertura::vaciar) archivo->truncar(0);
-                return archivo;
-            }
+            auto archivo = abrirUnaVez(nativa, apertura, comparticion, permisos);
+            if (!archivo) continue;
+            if (apertura == Apertura::vaciar) archivo->truncar(0);
+            return archivo;
         }
         lanzar(EAGAIN, nativa);
     }
@@ -193,21 +190,33 @@ class SistemaPosix final : public SistemaArchivos {
     std::string resolver(std::string_view ruta) override { return posix::resolverRuta(ruta); }
 
   private:
-    static std::unique_ptr<ArchivoPosix> abrirUnaVez(std::string& nativa, Apertura apertura,
-                                                     Comparticion comparticion, unsigned permisos,
-                                                     struct stat& abierto) {
+    // Nothing when the file that was opened has meanwhile lost its name.
+    std::unique_ptr<ArchivoPosix> abrirUnaVez(std::string& nativa, Apertura apertura,
+                                              Comparticion comparticion, unsigned permisos) {
         const int modo = banderas(apertura, comparticion);
+        const bool escribible = (modo & O_ACCMODE) == O_RDWR;
+        const auto antes = posix::Momento::ahora();
         Descriptor descriptor = abrirPorNombre(nativa, modo, permisos);
         if (!descriptor.abierto()) {
             // A device without a driver behind it: no regular file either.
             if (errno == ENXIO) lanzar(EINVAL, nativa);
             lanzarDeRuta(errno, nativa);
         }
-        abierto = exigirRegular(descriptor, nativa);
-        auto archivo = std::make_unique<ArchivoPosix>(
-            std::move(descriptor), nativa, comparticion,
-            ArchivoPosix::Derechos{apertura != Apertura::lectura, (modo & O_ACCMODE) == O_RDWR});
-        archivo->tomarCentinela();
+        auto archivo =
+            std::make_unique<ArchivoPosix>(std::move(descriptor), nativa, comparticion,
+                                           ArchivoPosix::Derechos{apertura != Apertura::lectura, escribible});
+        const bool tomada = archivo->tomarCentinela();
+        struct stat datos {};
+        if (::fstat(archivo->descriptor(), &datos) != 0) lanzar(errno, nativa);
+        exigirRegular(datos, nativa);
+        if (!tomada) lanzar(EAGAIN, nativa);
+        if (comparticion == Comparticion::libre) return archivo;
+        const auto volumen = volumenes_.de(archivo->descriptor(), datos.st_dev);
+        archivo->tomarVolumen(volumen);
+        // An overlay dates the names of what it has copied to its own layer, as it does for who may write.
+        const bool quieto = volumen.fechaNombres && escribible &&
+                            posix::quietoEntre(antes, posix::Momento::ahora(), datos.st_ctim);
+        if (!quieto && !sigueConSuNombre(datos, nativa)) return nullptr;
         return archivo;
     }
 
@@ -243,6 +252,8 @@ class SistemaPosix final : public SistemaArchivos {
         std::sort(entradas.begin(), entradas.end(),
                   [](const auto& a, const auto& b) { return menorPlegado(a.nombre, b.nombre); });
     }
+
+    posix::Volumenes volumenes_;
 };
 
 }  // namespace
