@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -16,6 +17,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "almacenes.h"
@@ -158,6 +160,8 @@ void medirUna(Fabrica fabrica, const std::string& carpeta, const std::vector<Tex
 void medirNueve(FabricaNueve fabrica, const std::string& carpeta, Cifras& c) {
     const auto nueve = fabrica(carpeta);
     nueve->crear();
+    // Files of every day: not those of the last moment.
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
     constexpr std::size_t veces = 200;
     mejor(c.nueve, microsegundos(veces, [&] {
               for (std::size_t i = 0; i < veces; ++i)

@@ -15,7 +15,7 @@ namespace tarvoline::data {
 
 // Positions of the fields that take part.
 namespace posicion_linea {
-inline constexpr int fecha = 1, cuenta = 2, tipo = 5, importeBase = 6, diario = 8, importe = 13,
+inline constexpr int fecha = 1, cuenta = 2, asiento = 3, tipo = 5, importeBase = 6, diario = 8, importe = 13,
                      numeroAnalitica = 18, cuentaAnalitica = 19;
 }
 namespace posicion_cuenta {

@@ -6,6 +6,7 @@
 
 #include "core/texto.h"
 #include "data/bytes.h"
+#include "data/cuadre_asientos.h"
 
 namespace tarvoline::data {
 
@@ -32,10 +33,11 @@ std::string_view textoDe(const CampoTabla& campo, std::string_view registro) {
 
 // The fields of a line that are looked at.
 struct CamposLinea {
-    const CampoTabla &fecha, &cuenta, &tipo, &diario, &importe, &analitica;
+    const CampoTabla &fecha, &asiento, &cuenta, &tipo, &diario, &importe, &analitica;
 
     CamposLinea(const DefinicionTabla& definicion, int posicionCuenta, int posicionImporte)
         : fecha(campoEn(definicion, posicion_linea::fecha)),
+          asiento(campoEn(definicion, posicion_linea::asiento)),
           cuenta(campoEn(definicion, posicionCuenta)),
           tipo(campoEn(definicion, posicion_linea::tipo)),
           diario(campoEn(definicion, posicion_linea::diario)),
@@ -57,7 +59,7 @@ void SumaExacta::anadir(const SumaExacta& otra) {
 }
 
 void SumasLineas::sumar(TablaSuelta& lineas, int posicionCuenta, int posicionImporte,
-                        const AlFallar& alFallar, const Progreso& progreso) {
+                        const AlFallar& alFallar, const Progreso& progreso, CuadreAsientos* cuadre) {
     const CamposLinea campos(lineas.definicion(), posicionCuenta, posicionImporte);
     const std::int64_t lugares = lineas.lugares();
     lineas.recorrer(1, lugares, [&](const RegistroLeido& linea) {
@@ -73,6 +75,10 @@ void SumasLineas::sumar(TablaSuelta& lineas, int posicionCuenta, int posicionImp
         const auto importe = leerNumero<double>(platform::comoBytes(bytesDe(campos.importe, linea.bytes)));
         if (std::isfinite(importe)) {
             anadir(cuenta, *columna, importe);
+            if (cuadre != nullptr) {
+                cuadre->anadir(linea.numero, textoDe(campos.fecha, linea.bytes),
+                               textoDe(campos.asiento, linea.bytes), importe);
+            }
         } else {
             alFallar(linea.numero, cuenta);
         }

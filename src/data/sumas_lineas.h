@@ -39,15 +39,18 @@ inline std::size_t lugarDeColumna(const ColumnaPeriodo& columna) {
 using SaldosCuenta = std::array<SumaExacta, columnasCuenta>;
 using SaldosPorCuenta = std::unordered_map<std::string, SaldosCuenta>;
 
+class CuadreAsientos;
+
 class SumasLineas {
   public:
     // A line whose amount is no number: record and account. It counts as 0.
     using AlFallar = std::function<void(std::int64_t registro, std::string_view cuenta)>;
 
     // Adds the lines of a table that are alive, each to the account at `posicionCuenta` with the amount at
-    // `posicionImporte`. Throws platform::ErrorArchivo; std::out_of_range when the definition lacks a field.
+    // `posicionImporte`, and to its entry in `cuadre`, when there is one. Throws platform::ErrorArchivo;
+    // std::out_of_range when the definition lacks a field.
     void sumar(TablaSuelta& lineas, int posicionCuenta, int posicionImporte, const AlFallar& alFallar,
-               const Progreso& progreso = {});
+               const Progreso& progreso = {}, CuadreAsientos* cuadre = nullptr);
     void anadir(std::string_view cuenta, const ColumnaPeriodo& columna, double importe);
 
     // Of each account of the lines, by the lines that name it.

@@ -90,11 +90,12 @@ bool RevisionTotales::enUso() {
 
 void RevisionTotales::sumarLineas(const Progreso& progreso) {
     importesMalos_.clear();
-    sumarPlan(contables_, progreso);
-    sumarPlan(analiticas_, progreso);
+    cuadre_ = {};
+    sumarPlan(contables_, progreso, &cuadre_);
+    sumarPlan(analiticas_, progreso, nullptr);
 }
 
-void RevisionTotales::sumarPlan(Plan& plan, const Progreso& progreso) {
+void RevisionTotales::sumarPlan(Plan& plan, const Progreso& progreso, CuadreAsientos* cuadre) {
     plan.sumas = SumasLineas();
     const auto anotar = [&](std::int64_t registro, std::string_view cuenta) {
         DiferenciaTotal mala;
@@ -105,7 +106,7 @@ void RevisionTotales::sumarPlan(Plan& plan, const Progreso& progreso) {
         mala.presente = std::numeric_limits<double>::quiet_NaN();
         importesMalos_.push_back(mala);
     };
-    plan.sumas.sumar(plan.lineas, plan.posicionCuenta, plan.posicionImporte, anotar, progreso);
+    plan.sumas.sumar(plan.lineas, plan.posicionCuenta, plan.posicionImporte, anotar, progreso, cuadre);
 }
 
 Diferencias RevisionTotales::comparar() {
@@ -243,6 +244,7 @@ VerificacionTotales verificarTotales(CapaDatos& capa, const Progreso& progreso) 
     resultado.cuentasFueraDelPlan = revision.cuentasFueraDelPlan();
     resultado.debe = revision.debe();
     resultado.haber = revision.haber();
+    resultado.descuadrados = revision.descuadrados();
     return resultado;
 }
 

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "data/capa_datos.h"
+#include "data/cuadre_asientos.h"
 #include "data/empresa_suelta.h"
 #include "data/sumas_lineas.h"
 
@@ -59,6 +60,7 @@ class RevisionTotales {
     std::int64_t cuentasFueraDelPlan() const { return contables_.fuera; }
     double debe() const { return contables_.sumas.debe(); }
     double haber() const { return contables_.sumas.haber(); }
+    std::vector<AsientoDescuadrado> descuadrados() const { return cuadre_.descuadrados(); }
     // Somebody else has a table of lines open at this moment.
     bool enUso();
 
@@ -79,7 +81,7 @@ class RevisionTotales {
         std::int64_t fuera = 0;
     };
 
-    void sumarPlan(Plan& plan, const Progreso& progreso);
+    void sumarPlan(Plan& plan, const Progreso& progreso, CuadreAsientos* cuadre);
     void compararPlan(Plan& plan, std::vector<DiferenciaTotal>& diferencias);
     void anotarFaltas(Plan& plan, const SaldosPorCuenta& saldos,
                       std::vector<DiferenciaTotal>& diferencias) const;
@@ -91,6 +93,7 @@ class RevisionTotales {
     CapaDatos& capa_;
     Plan contables_;
     Plan analiticas_;
+    CuadreAsientos cuadre_;
     std::vector<DiferenciaTotal> importesMalos_;
 };
 
@@ -100,6 +103,8 @@ struct VerificacionTotales {
     double debe = 0, haber = 0;  // of all journal lines
     bool enUso = false;          // others were at work
     std::vector<DiferenciaTotal> diferencias;
+    // No differences: whoever posts may post so. While others are at work they may be about to balance.
+    std::vector<AsientoDescuadrado> descuadrados;
 };
 
 // The whole check. While others post, a line stands for a moment before its totals do: what differs is looked

@@ -61,12 +61,13 @@ std::int32_t Anulacion::AnularAsiento(std::string_view fecha, std::string_view n
     }
     const auto ivas = filasCon(sesion_, tabla::iva01, delAsiento(tabla::iva01, asiento));
     const auto efectos = filasCon(sesion_, tabla::efect, delAsiento(tabla::efect, asiento));
+    // The lines alone know the numbers of their analytic lines: annulled in part and once more, all goes.
+    for (const std::string& analitica : analiticas)
+        quitarAnalitica(analitica);
     for (const std::int32_t registro : apuntes)
         quitarApunte(registro);
     quitarFilas(tabla::iva01, ivas);
     quitarFilas(tabla::efect, efectos);
-    for (const std::string& analitica : analiticas)
-        quitarAnalitica(analitica);
     return motor::estado::bien;
 }
 

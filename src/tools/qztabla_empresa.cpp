@@ -34,12 +34,15 @@ class Examen {
             const auto totales = data::verificarTotales(taller_.capa(), linea_.comoFuncion());
             for (const auto& una : totales.diferencias)
                 escribir(data::frase(una));
+            for (const auto& uno : totales.descuadrados)
+                escribir(data::frase(uno));
             linea_.borrar();
             if (totales.enUso) std::cout << "Otros programas trabajan en la empresa.\n";
             std::cout << "cuentas: " << totales.cuentas
                       << "\ncuentas con apuntes fuera del plan: " << totales.cuentasFueraDelPlan
                       << "\nsuma del debe: " << data::textoDeImporte(totales.debe)
                       << "\nsuma del haber: " << data::textoDeImporte(totales.haber)
+                      << "\nasientos descuadrados: " << totales.descuadrados.size()
                       << "\ndiscrepancias: " << totales.diferencias.size() << '\n';
             discrepancias_ += totales.diferencias.size();
         });

@@ -20,7 +20,8 @@ constexpr const char* ayuda =
     "\"qztabla volcar\".\n"
     "De una empresa (.QZT) comprueba así sus nueve tablas y, además, que las columnas de cada cuenta y "
     "mayor,\n"
-    "CARGOSA, ABONOSA y el contador de la analítica son los de los apuntes.\n"
+    "CARGOSA, ABONOSA y el contador de la analítica son los de los apuntes. Nombra los asientos que no\n"
+    "cuadran, que no son discrepancias: pueden haberse grabado así.\n"
     "Salida: 0 sana, 1 hay discrepancias, 2 argumentos malos, 3 no se puede leer.";
 
 int verificarUna(const TablaPedida& pedida) {
