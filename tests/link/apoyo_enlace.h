@@ -2,6 +2,9 @@
 // tests of the link.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -11,6 +14,19 @@
 #include "tarvoline/enlace.h"
 
 namespace tarvoline::pruebas {
+
+// `paso` throws just this.
+inline void esperarError(const std::function<void()>& paso, std::uint32_t numero,
+                         const std::string& descripcion, const std::string& fuente = "Veldorix OLE Server") {
+    try {
+        paso();
+        ADD_FAILURE() << "no error " << numero;
+    } catch (const link::ErrorEnlace& error) {
+        EXPECT_EQ(error.numero(), numero);
+        EXPECT_EQ(error.descripcion(), descripcion);
+        EXPECT_EQ(error.fuente(), fuente);
+    }
+}
 
 // Accounting year 2026, the short chart, euros, accounts of ten digits with parents of 1, 2, 3 and 4.
 struct MundoEnlace {

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "apoyo/mundo_datos.h"
+#include "apoyo_enlace.h"
 #include "data/utilidades.h"
 #include "tarvoline/enlace.h"
 
@@ -12,6 +12,7 @@ namespace {
 using namespace tarvoline;
 using link::Enlace;
 using link::ErrorEnlace;
+using pruebas::esperarError;
 
 class PruebaEnlace : public ::testing::Test {
   protected:
@@ -34,18 +35,6 @@ class PruebaEnlace : public ::testing::Test {
     pruebas::MundoDatos mundo;
     link::Contexto contexto{*mundo.archivos, mundo.ajustes, mundo.carpetas, mundo.reloj};
 };
-
-void esperarError(const std::function<void()>& paso, std::uint32_t numero, const std::string& descripcion,
-                  const std::string& fuente = "Veldorix OLE Server") {
-    try {
-        paso();
-        ADD_FAILURE() << "no error " << numero;
-    } catch (const ErrorEnlace& error) {
-        EXPECT_EQ(error.numero(), numero);
-        EXPECT_EQ(error.descripcion(), descripcion);
-        EXPECT_EQ(error.fuente(), fuente);
-    }
-}
 
 TEST_F(PruebaEnlace, EmpresasPorNombre) {
     for (const auto* nombre : {"b.QZT", "A.qzt", "Ñu.QZT", "c.txt"}) {
