@@ -5,8 +5,10 @@
 // five hundreds, processor time (elapsed time in brackets).
 #include <time.h>
 
+#include <chrono>
 #include <cstdio>
 #include <functional>
+#include <thread>
 #include <vector>
 
 #include "asientos_sqlite.h"
@@ -20,6 +22,8 @@ using bench::cifras;
 
 constexpr std::array<bench::LineaBanco, 3> venta{
     {{"4300000001", 1, 121.0}, {"7000000001", 2, 100.0}, {"4770000001", 2, 21.0}}};
+
+constexpr std::int64_t hastaSqlite = 100'000;
 
 double ahora(clockid_t reloj) {
     timespec hora{};
@@ -75,6 +79,11 @@ class Diario {
     void grabarSqlite() {
         sqlite_.grabar(venta, "C60331", "Venta de contado " + cifras(numero_, 6), "F" + cifras(numero_, 8));
         ++numero_;
+        lineasSqlite_ += 3;
+    }
+    void crecerSqliteHasta(std::int64_t lineas) {
+        while (lineasSqlite_ < lineas)
+            grabarSqlite();
     }
     void crecerHasta(std::int64_t lineas) {
         while (lineas_ < lineas)
@@ -99,6 +108,7 @@ class Diario {
     bench::LibroSqlite sqlite_;
     std::int64_t numero_ = 1;
     std::int64_t lineas_ = 0;
+    std::int64_t lineasSqlite_ = 0;
 };
 
 }  // namespace
@@ -112,11 +122,12 @@ int main(int argc, char** argv) {
     Diario diario;
     auto& empresa = diario.empresa();
     decir("a company opened", medir(40, [&] { empresa.enlace.AbrirEmpresa("Banco"); }));
+    // Files of every day: not those of the last moment.
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
     decir("its nine tables opened, closed", medir(100, [&] {
               empresa.tablas().AbrirTablasEmpresa();
               empresa.tablas().CerrarTodo();
           }));
-    decir("entry in SQLite, few lines", medir(100, [&] { diario.grabarSqlite(); }));
     for (const std::int64_t tamano : tamanos) {
         diario.crecerHasta(tamano);
         decir(("entry with " + std::to_string(tamano) + " lines").c_str(),

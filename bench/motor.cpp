@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "almacenes.h"
+#include "lineas.h"
 
 namespace {
 
@@ -56,29 +57,12 @@ void mejor(double& cifra, double nueva) {
     cifra = std::min(cifra, nueva);
 }
 
-std::string cifras(std::uint64_t valor, int ancho) {
-    std::string texto = std::to_string(valor);
-    if (texto.size() < static_cast<std::size_t>(ancho))
-        texto.insert(0, static_cast<std::size_t>(ancho) - texto.size(), '0');
-    return texto.substr(texto.size() - static_cast<std::size_t>(ancho));
-}
-
-// Lines of a journal as they come from many hands: dates over a year, 2,000 accounts, titles that repeat.
 std::vector<Textos> hacerLineas(std::size_t cuantas, std::uint64_t semilla) {
-    constexpr const char* titulos[] = {"FACTURA NUM ",  "COBRO EFECTO ",       "PAGO PROVEEDOR ",
-                                       "NOMINA MES ",   "COMPRA MERCADERIAS ", "RECIBO ",
-                                       "TRANSFERENCIA "};
-    std::mt19937_64 azar(semilla);
-    std::vector<Textos> lineas(cuantas);
-    for (Textos& linea : lineas) {
-        const std::string fecha = "C4" + cifras(1 + azar() % 12, 2) + cifras(1 + azar() % 28, 2);
-        const std::string asiento = cifras(azar() % 60000, 6);
-        std::string concepto = titulos[azar() % 7] + cifras(azar() % 100000, 6);
-        concepto.resize(30, ' ');
-        linea = {fecha + asiento, "4300" + cifras(azar() % 2000, 6) + fecha, concepto,
-                 cifras(azar() % 5000, 6) + fecha};
-    }
-    return lineas;
+    Lineas lineas(semilla);
+    std::vector<Textos> todas(cuantas);
+    for (Textos& linea : todas)
+        linea = lineas.siguiente();
+    return todas;
 }
 
 void dosProcesos(Fabrica fabrica, const std::string& carpeta, const std::vector<Textos>& lineas,

@@ -23,6 +23,11 @@ std::uint32_t Libres::tomarSeguidas(std::uint32_t cuantas) {
     auto mejor = tramos_.end();
     std::uint32_t mayor = 0;
     for (auto tramo = tramos_.begin(); tramo != tramos_.end(); ++tramo) {
+        if (tramo->cuantas == cuantas) {  // none serves better, and the longest is still no longer than known
+            mejor = tramo;
+            mayor = mayor_;
+            break;
+        }
         mayor = std::max(mayor, tramo->cuantas);
         if (tramo->cuantas < cuantas) continue;
         if (mejor == tramos_.end() || tramo->cuantas < mejor->cuantas) mejor = tramo;
@@ -51,29 +56,26 @@ void Libres::tomarSueltas(std::uint32_t cuantas, std::vector<std::uint32_t>& pag
     }
 }
 
-void Libres::devolver(std::vector<Tramo>& vuelven) {
-    const auto antes = [](const Tramo& a, const Tramo& b) { return a.pagina < b.pagina; };
-    std::sort(vuelven.begin(), vuelven.end(), antes);
-    std::vector<Tramo> juntos;
-    juntos.reserve(tramos_.size() + vuelven.size());
-    const auto anadir = [&](const Tramo& tramo) {
-        if (!juntos.empty() && juntos.back().pagina + juntos.back().cuantas == tramo.pagina) {
-            juntos.back().cuantas += tramo.cuantas;
-        } else {
-            juntos.push_back(tramo);
-        }
-        mayor_ = std::max(mayor_, juntos.back().cuantas);
-    };
-    auto tramo = tramos_.begin();
+void Libres::devolver(const std::vector<Tramo>& vuelven) {
     for (const Tramo& vuelve : vuelven) {
-        for (; tramo != tramos_.end() && antes(*tramo, vuelve); ++tramo)
-            anadir(*tramo);
-        anadir(vuelve);
         total_ += vuelve.cuantas;
+        auto detras = std::ranges::lower_bound(tramos_, vuelve.pagina, {}, &Tramo::pagina);
+        const bool tocaDetras = detras != tramos_.end() && vuelve.pagina + vuelve.cuantas == detras->pagina;
+        const bool tocaDelante =
+            detras != tramos_.begin() && (detras - 1)->pagina + (detras - 1)->cuantas == vuelve.pagina;
+        if (tocaDelante) {
+            const auto delante = detras - 1;
+            delante->cuantas += vuelve.cuantas + (tocaDetras ? detras->cuantas : 0);
+            mayor_ = std::max(mayor_, delante->cuantas);
+            if (tocaDetras) tramos_.erase(detras);
+        } else if (tocaDetras) {
+            *detras = {vuelve.pagina, vuelve.cuantas + detras->cuantas};
+            mayor_ = std::max(mayor_, detras->cuantas);
+        } else {
+            tramos_.insert(detras, vuelve);
+            mayor_ = std::max(mayor_, vuelve.cuantas);
+        }
     }
-    for (; tramo != tramos_.end(); ++tramo)
-        anadir(*tramo);
-    tramos_.swap(juntos);
 }
 
 std::vector<Tramo> Libres::apartar(std::size_t cuantos) {

@@ -20,8 +20,8 @@ class Libres {
     std::uint32_t tomarSeguidas(std::uint32_t cuantas);
     // Takes up to `cuantas` pages, from the longest runs first, and appends them to `paginas`.
     void tomarSueltas(std::uint32_t cuantas, std::vector<std::uint32_t>& paginas);
-    // `vuelven` are put in order; runs that touch become one.
-    void devolver(std::vector<Tramo>& vuelven);
+    // Runs that touch become one.
+    void devolver(const std::vector<Tramo>& vuelven);
     // Takes the `cuantos` shortest runs out: what is least missed.
     std::vector<Tramo> apartar(std::size_t cuantos);
 
