@@ -294,6 +294,24 @@ class TARVOLINE_PUBLICO Enlace {
     bool CrearAnalitica(std::string& cuenta, std::string_view titulo, std::string_view nivel = "0");
     bool CrearAlterna(std::string& cuenta, std::string_view titulo, std::string_view nivel = "0");
 
+    // Accounts into Plan: one ("4300000001"), those of a pattern ("4300*", "?"), or of a list of both with
+    // commas; "" is "?", the parents of one digit. `nivel` and `titulo`, which may be a pattern, restrict
+    // them; with a title they come in the order of titles. True when there is one.
+    bool LeerPlan(std::string_view cuenta = {}, std::string_view nivel = {}, std::string_view titulo = {});
+    // The same of one of the charts: `fi` 1 the accounts, 8 the analytic ones, 9 the alternate ones; of any
+    // other there is none. "" means all accounts, `hastaCuenta` makes a range of it, both ends in it.
+    // `siguiente1Anterior2` 1 or 2: the one account behind, or before, `cuenta`. Tells how many.
+    std::int32_t LeerPlanEx(int fi, std::string_view cuenta = {}, std::string_view nivel = {},
+                            std::string_view titulo = {}, std::string_view hastaCuenta = {},
+                            int siguiente1Anterior2 = 0);
+    // Master data into DATOS, of an account, a pattern, or all (""), whose name has `titulo` in it. Tells how
+    // many.
+    std::int32_t LeerDatos(std::string_view cuenta = {}, std::string_view titulo = {});
+    // Debits and credits of a period (0 opening, 1 to 12, 13 regularisation, 14 closing) of the account at
+    // `index` of Plan; 0 when there is no such account or period.
+    double PlanDebe(std::int32_t index, int mes) const;
+    double PlanHaber(std::int32_t index, int mes) const;
+
     // --- VAT
     // --------------------------------------------------------------------------------------------------------
     // Number of a rate: one character is its digit, two its number or letter form ("A1" is 101), else 0. No

@@ -322,6 +322,32 @@ bool Enlace::CrearAlterna(std::string& cuenta, std::string_view titulo, std::str
     return hecha;
 }
 
+bool Enlace::LeerPlan(std::string_view cuenta, std::string_view nivel, std::string_view titulo) {
+    return interior_->conEmpresa().LeerPlan(cuenta, nivel, titulo);
+}
+
+std::int32_t Enlace::LeerPlanEx(int fi, std::string_view cuenta, std::string_view nivel,
+                                std::string_view titulo, std::string_view hastaCuenta,
+                                int siguiente1Anterior2) {
+    using Vecina = PeticionPlan::Vecina;
+    Operaciones& operaciones = interior_->conEmpresa();
+    const auto plan = static_cast<TablaPlan>(fi);
+    const bool esPlan =
+        plan == TablaPlan::cuentas || plan == TablaPlan::analitica || plan == TablaPlan::alterna;
+    if (!esPlan) {
+        interior_->sesion.resultados.plan.vaciar();
+        return 0;
+    }
+    const Vecina vecina = siguiente1Anterior2 == 1   ? Vecina::siguiente
+                          : siguiente1Anterior2 == 2 ? Vecina::anterior
+                                                     : Vecina::ninguna;
+    return operaciones.LeerPlanEx({plan, cuenta, nivel, titulo, hastaCuenta, vecina});
+}
+
+std::int32_t Enlace::LeerDatos(std::string_view cuenta, std::string_view titulo) {
+    return interior_->conEmpresa().LeerDatos(cuenta, titulo);
+}
+
 int Enlace::ValTIVA(std::string_view des) {
     return link::ValTIVA(des);
 }

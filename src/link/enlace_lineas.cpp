@@ -18,6 +18,10 @@ std::uint8_t comoByte(int numero, const char* campo) {
     return static_cast<std::uint8_t>(numero);
 }
 
+bool esPeriodo(int mes) {
+    return mes >= 0 && static_cast<std::size_t>(mes) < periodosPlan;
+}
+
 }  // namespace
 
 std::shared_ptr<ApunteClass> Enlace::AñadirApunte(std::string_view cuenta, std::string_view descripción,
@@ -171,6 +175,16 @@ std::shared_ptr<ExtractoClass> Enlace::Extracto(std::int32_t index) const {
 
 std::shared_ptr<PlanClass> Enlace::Plan(std::int32_t index) const {
     return interior_->sesion.resultados.plan(index);
+}
+
+double Enlace::PlanDebe(std::int32_t index, int mes) const {
+    const auto cuenta = Plan(index);
+    return cuenta && esPeriodo(mes) ? cuenta->coldebe[static_cast<std::size_t>(mes)].Importe : 0;
+}
+
+double Enlace::PlanHaber(std::int32_t index, int mes) const {
+    const auto cuenta = Plan(index);
+    return cuenta && esPeriodo(mes) ? cuenta->colhaber[static_cast<std::size_t>(mes)].Importe : 0;
 }
 
 std::shared_ptr<DatosClass> Enlace::DATOS(std::int32_t index) const {

@@ -62,10 +62,12 @@ std::string Fila::texto(int posicion) const {
     return texto;
 }
 
-double Fila::numero(int posicion) const {
-    const data::CampoTabla& uno = campo(posicion);
+double Fila::numero(int posicion, int columna) const {
+    const data::CampoTabla& uno = definicion_->campo(definicion_->campoDePosicion(posicion) + columna);
     if (uno.forma == data::FormaCampo::doble) return data::TextoADoble(bytesDe(uno));
-    return data::valorDeTexto(texto(posicion));
+    std::string texto;
+    data::descifrarCampo(uno, bytesDe(uno), texto);
+    return data::valorDeTexto(texto);
 }
 
 LectorRegistros::LectorRegistros(data::Tablas& tablas, int tabla)

@@ -33,7 +33,9 @@ class Fila {
     std::string_view ansi(int posicion) const { return sinRelleno(bytes(posicion)); }
     std::string texto(int posicion) const;
     // A text that is no number counts as 0.
-    double numero(int posicion) const;
+    double numero(int posicion) const { return numero(posicion, 0); }
+    // The field so many behind that of the position: columns of an account are counted so.
+    double numero(int posicion, int columna) const;
 
   private:
     const data::CampoTabla& campo(int posicion) const {

@@ -25,6 +25,16 @@ struct CuentaNueva {
     std::string NIF = "-1";  // "-1": stays as it is
 };
 
+// Accounts of a chart that are asked for. What is empty restricts nothing; the account and the title may be
+// patterns with "*" and "?".
+struct PeticionPlan {
+    enum class Vecina { ninguna, siguiente, anterior };
+    TablaPlan plan = TablaPlan::cuentas;
+    std::string_view Cuenta, Nivel, titulo;
+    std::string_view HastaCuenta;     // given: all accounts from `Cuenta` to this one
+    Vecina vecina = Vecina::ninguna;  // the one account behind or before `Cuenta`
+};
+
 class Operaciones {
   public:
     virtual ~Operaciones() = default;
@@ -58,6 +68,9 @@ class Operaciones {
     virtual void AnularApuntePorRegistro(std::int32_t registro, bool incluirAnalitica) = 0;
     virtual void AnularCuenta(std::string_view cuenta) = 0;
 
+    virtual bool LeerPlan(std::string_view cuenta, std::string_view nivel, std::string_view titulo) = 0;
+    virtual std::int32_t LeerPlanEx(const PeticionPlan& peticion) = 0;
+    virtual std::int32_t LeerDatos(std::string_view cuenta, std::string_view titulo) = 0;
     // `cuenta.Cuenta` is the account that was made or found when it returns.
     virtual bool crearCuenta(TablaPlan plan, CuentaNueva& cuenta) = 0;
     virtual TipoIvaClass tiposiva(int numero) = 0;

@@ -6,6 +6,7 @@
 #include "link/extractos.h"
 #include "link/grabacion.h"
 #include "link/lectura_asientos.h"
+#include "link/lectura_plan.h"
 #include "link/tipos_iva_enlace.h"
 
 namespace tarvoline::link {
@@ -69,6 +70,18 @@ void OperacionesLocales::AnularApuntePorRegistro(std::int32_t registro, bool inc
 
 void OperacionesLocales::AnularCuenta(std::string_view cuenta) {
     Anulacion(sesion_).AnularCuenta(cuenta);
+}
+
+bool OperacionesLocales::LeerPlan(std::string_view cuenta, std::string_view nivel, std::string_view titulo) {
+    return LecturaPlan(sesion_).LeerPlan(cuenta, nivel, titulo);
+}
+
+std::int32_t OperacionesLocales::LeerPlanEx(const PeticionPlan& peticion) {
+    return LecturaPlan(sesion_).LeerPlanEx(peticion);
+}
+
+std::int32_t OperacionesLocales::LeerDatos(std::string_view cuenta, std::string_view titulo) {
+    return LecturaPlan(sesion_).LeerDatos(cuenta, titulo);
 }
 
 bool OperacionesLocales::crearCuenta(TablaPlan plan, CuentaNueva& cuenta) {

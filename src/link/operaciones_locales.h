@@ -42,6 +42,9 @@ class OperacionesLocales : public Operaciones {
                                    bool incluirAnalitica) override;
     void AnularApuntePorRegistro(std::int32_t registro, bool incluirAnalitica) override;
     void AnularCuenta(std::string_view cuenta) override;
+    bool LeerPlan(std::string_view cuenta, std::string_view nivel, std::string_view titulo) override;
+    std::int32_t LeerPlanEx(const PeticionPlan& peticion) override;
+    std::int32_t LeerDatos(std::string_view cuenta, std::string_view titulo) override;
     bool crearCuenta(TablaPlan plan, CuentaNueva& cuenta) override;
     TipoIvaClass tiposiva(int numero) override;
 

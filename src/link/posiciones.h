@@ -16,7 +16,11 @@ inline constexpr int fecha = 1, cuenta = 2, asiento = 3, descripcion = 4, tipo =
 }  // namespace extra
 
 namespace datos {
-inline constexpr int cuenta = 1, nombre = 2, nif = 3;
+inline constexpr int cuenta = 1, nombre = 2, nif = 3, direccion = 4, cp = 5, municipio = 6, provincia = 7,
+                     clave347 = 8, importe347 = 9, telefono = 10, fax = 11, riesgo = 12, tipoIva = 13,
+                     notas = 14, pais = 15, vencimientos = 16, diasDePago = 17, email = 18, paginaWeb = 19,
+                     trimestre1 = 20, trimestre2 = 21, trimestre3 = 22, trimestre4 = 23, omitir347 = 24,
+                     omitir415 = 25, criterioCaja = 26;
 }  // namespace datos
 
 namespace iva {

@@ -200,7 +200,16 @@ void anadirLecturas(Clase& clase) {
         .def("LeerExtracto", &Enlace::LeerExtracto, "A statement, into Extracto.", arg("Cuenta"),
              arg("DesdeFecha") = "", arg("HastaFecha") = "", arg("Archivo") = 2)
         .def("LeerExtractoEx", &Enlace::LeerExtractoEx, "A statement as a text of tab-separated lines.",
-             arg("Cuenta"), arg("DesdeFecha") = "", arg("HastaFecha") = "");
+             arg("Cuenta"), arg("DesdeFecha") = "", arg("HastaFecha") = "")
+        .def("LeerPlan", &Enlace::LeerPlan, "Accounts, into Plan.", arg("Cuenta") = "", arg("Nivel") = "",
+             arg("titulo") = "")
+        .def("LeerPlanEx", &Enlace::LeerPlanEx, "Accounts of a chart, into Plan; how many.", arg("Fi"),
+             arg("Cuenta") = "", arg("Nivel") = "", arg("titulo") = "", arg("HastaCuenta") = "",
+             arg("Siguiente_1_Anterior_2") = 0)
+        .def("LeerDatos", &Enlace::LeerDatos, "Master data of accounts, into DATOS; how many.",
+             arg("Cuenta") = "", arg("titulo") = "")
+        .def("PlanDebe", &Enlace::PlanDebe, arg("Index"), arg("Mes"))
+        .def("PlanHaber", &Enlace::PlanHaber, arg("Index"), arg("Mes"));
 }
 
 void anadirResultados(Clase& clase) {

@@ -61,6 +61,12 @@ class Modulo(unittest.TestCase):
         self.assertEqual(self.sesion.CrearCuenta("4300000007", "Cliente siete"), (True, "4300000007"))
         self.assertEqual(self.sesion.CrearCuenta(Cuenta="43000000*", titulo="El siguiente"), (True, "4300000008"))
         self.assertEqual(enlace.Enlace.ValTIVA("A1"), 101)
+        self.assertTrue(self.sesion.LeerPlan("43000000*"))
+        self.assertEqual([self.sesion.Plan(i).titulo for i in (1, 2)], ["Cliente siete", "El siguiente"])
+        self.assertEqual(self.sesion.LeerPlanEx(1, "4300000007", Siguiente_1_Anterior_2=1), 1)
+        self.assertEqual(self.sesion.Plan(1).Cuenta, "4300000008")
+        self.assertEqual((self.sesion.PlanDebe(1, 3), self.sesion.PlanHaber(2, 0)), (0, 0))
+        self.assertEqual(self.sesion.LeerDatos(titulo="nadie"), 0)
 
     def test_grabar_leer_anular(self):
         s = self.sesion
