@@ -5,6 +5,7 @@
 #include "core/texto.h"
 #include "data/texto_fijo.h"
 #include "data/utilidades.h"
+#include "motor/formato.h"
 
 namespace tarvoline::data {
 
@@ -200,6 +201,11 @@ DefinicionTabla interpretarDefinicion(std::string_view bytes) {
     leerCampos(bytes, definicion);
     definicion.titulo = nombreDe(bytes.substr(0, bytesEntrada));
     leerClaves(bytes, definicion);
+    if (definicion.longitudMayor() > static_cast<int>(motor::maxLongitud)) {
+        throw ErrorDefinicion("a key of " + std::to_string(definicion.longitudMayor()) +
+                              " characters in the definition; " + std::to_string(motor::maxLongitud) +
+                              " is the most");
+    }
     return definicion;
 }
 

@@ -74,7 +74,8 @@ class ErrorDefinicion : public std::runtime_error {
 };
 
 // The parts of a definition in `bytes` (a whole file). Throws ErrorDefinicion: no field, more fields than
-// maxCamposTabla or than the bytes hold, more than maxSegmentos in a key, a key that is none, a segment
+// maxCamposTabla or than the bytes hold, more than maxSegmentos in a key, a key that is none or longer than
+// key files take, a segment
 // without a field or without length. A segment may reach beyond its field's text: what is not there counts
 // for nothing.
 DefinicionTabla interpretarDefinicion(std::string_view bytes);

@@ -61,7 +61,8 @@ class TablaCursor {
     // True when there is no current row.
     bool FinDeTabla() const { return registro_ == 0; }
     // The row with this record number, in the set or not; none when it does not exist. Without a set or a
-    // filter so far the row is the set. Siguiente goes on behind it if it is in the set, else from where the walk stood.
+    // filter so far the row is the set. Siguiente goes on behind it if it is in the set, else from where the
+    // walk stood.
     void IrARegistro(std::int32_t registro);
     // Rows of the set; 0 when the row of the last IrARegistro does not exist.
     std::int32_t ContarRegistros();

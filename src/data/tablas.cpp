@@ -1,6 +1,7 @@
 #include "data/tablas.h"
 
 #include <algorithm>
+#include <exception>
 
 #include "data/utilidades.h"
 
@@ -43,13 +44,23 @@ std::size_t Tablas::siguientes(int tabla, std::span<std::int32_t> registros) {
     return gMotor_->siguientes(static_cast<unsigned>(tabla), registros);
 }
 
+// All is closed, whatever fails on the way; the first failure is told then.
 void Tablas::CerrarTodo() {
+    std::exception_ptr fallo;
+    const auto intentar = [&](const auto& paso) {
+        try {
+            paso();
+        } catch (const std::exception&) {
+            if (!fallo) fallo = std::current_exception();
+        }
+    };
     for (Ranura& ranura : ranuras_) {
-        if (sincronizar_ && ranura.archivo) ranura.archivo->sincronizar();
-        ranura.archivo.reset();
         ranura.conClaves = false;
+        const auto archivo = std::move(ranura.archivo);
+        if (sincronizar_ && archivo) intentar([&] { archivo->sincronizar(); });
     }
-    orden("K");
+    intentar([&] { orden("K"); });
+    if (fallo) std::rethrow_exception(fallo);
 }
 
 void Tablas::cerrarRanura(int tabla) {

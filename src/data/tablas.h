@@ -188,16 +188,16 @@ class Tablas {
     // --- Keys (claves_tabla.cpp) ------------------------------------------------------------------------
     // One entry for all that is asked of a table's keys; `codigo` says what, and both arguments may be
     // changed.
-    //   0          key texts of all keys from gCampos: "\k1\k2...\kn"
-    //   1-10       the text of that key: "\k"
-    //   100        texto = name: takes the key definitions from the definition file; "Apertura" and the
-    //   number 101        codigo := characters of the longest key, texto := number of keys 102        texto =
-    //   record: moves its keys to what the form `Text1` shows 201-299    which key begins with field codigo -
-    //   200: texto := the highest such, codigo := 1; else 0, 0 301-399    texto = blank, record, "\", value:
-    //   moves the keys of that record to the new value of field
-    //              codigo - 300; gCampos is then the record as it was
-    //   401-499    texto := whether field codigo - 400 is part of a key, "True" or "False"
-    //   501-599    texto := fields of key codigo - 500, joined with commas
+    //   0        key texts of all keys from gCampos: "\k1\k2...\kn"
+    //   1-10     the text of that key: "\k"
+    //   100      texto = name: takes the keys from the definition file; texto := "Apertura" and the number
+    //   101      codigo := characters of the longest key, texto := number of keys
+    //   102      texto = record: moves its keys to what the form `Text1` shows
+    //   201-299  which key begins with field codigo - 200: texto := the highest, codigo := 1; else 0, 0
+    //   301-399  texto = blank, record, "\", value: moves the keys of that record to the new value of
+    //            field codigo - 300; gCampos is then the record as it was
+    //   401-499  texto := whether field codigo - 400 is part of a key, "True" or "False"
+    //   501-599  texto := fields of key codigo - 500, joined with commas
     // Any other gives an empty text. A key that cannot be moved is shown, and the next one is taken.
     void ClavesTabla(int tabla, std::int16_t& codigo, std::string& texto);
     // The answer of code 0, and of codes 1 to 10.
@@ -241,6 +241,7 @@ class Tablas {
     void tomarInsercion(Ranura& ranura, platform::TipoBloqueo tipo,
                         std::optional<motor::CerrojoInsercion>& cerrojo);
     Insercion intentarInsercion(int tabla);
+    void ponerInsercion(int tabla);  // the command that inserts gCampos
     bool lugarLibre(Ranura& ranura, std::uint64_t posicion);
     void deshacerInsercion(int tabla, std::uint64_t posicion);
     void reabrirTodo(int tabla);

@@ -42,12 +42,14 @@ void Tablas::AnadirRegistro(int tabla) {
     for (int i = 0; como == Insercion::ocupada && i < vecesOcupado; ++i) {
         if (!rehacerClaves(tabla, true)) {
             ordenAbrir(tabla);
-            gEstado = estado::lleno;
-            return;
+            break;
         }
         como = intentarInsercion(tabla);
     }
-    if (como == Insercion::ocupada) gEstado = estado::lleno;
+    if (como == Insercion::ocupada) {
+        gEstado = estado::lleno;
+        ponerInsercion(tabla);
+    }
     if (gEstado == estado::bien) return;
     caja(capa_.gErrores(169) + " " + std::to_string(gEstado) + " " + core::aUtf8(gComando),
          core::Icono::parada);
@@ -59,8 +61,7 @@ Tablas::Insercion Tablas::intentarInsercion(int tabla) {
     cifrarRegistro(*ranura.definicion, ranura.gCampos, bytes_);
     std::optional<motor::CerrojoInsercion> cerrojo;
     tomarInsercion(ranura, TipoBloqueo::compartido, cerrojo);
-    gComando.assign("I\\").append(std::to_string(tabla));
-    anadirClaves(*ranura.definicion, ranura.gCampos, gComando);
+    ponerInsercion(tabla);
     LlamarIndexados();
     if (gEstado != estado::bien) return Insercion::rehusada;
     const std::uint64_t posicion = rangoDe(tabla, gRegistro).desde;
@@ -75,6 +76,12 @@ Tablas::Insercion Tablas::intentarInsercion(int tabla) {
     }
     quitarClaves(tabla, gRegistro);
     return Insercion::ocupada;
+}
+
+void Tablas::ponerInsercion(int tabla) {
+    const Ranura& una = ranura(tabla);
+    gComando.assign("I\\").append(std::to_string(tabla));
+    anadirClaves(*una.definicion, una.gCampos, gComando);
 }
 
 bool Tablas::lugarLibre(Ranura& ranura, std::uint64_t posicion) {

@@ -46,6 +46,7 @@ bool Tablas::AbrirTabla(int tabla, std::string_view nombre, int modo, std::strin
     Ranura& ranura = ranuraDe(tabla);
     ranura.archivo.reset();
     ranura.conClaves = false;
+    if (gMotor_) gMotor_->soltar(static_cast<unsigned>(tabla));
     ranura.nombre = nombre;
     ranura.directorio = core::conSeparadorFinal(directorio);
     ranura.sufijo = sufijo;

@@ -24,11 +24,13 @@ void Sesion::LimpiarPendientes() {
 }
 
 void Sesion::CerrarArchivos(bool deltodo) {
+    if (deltodo) {
+        empresa.gEmpresaActual.clear();
+        pendientes.vaciar();
+        ponerEnVigor();
+    }
+    // Last, since it may fail where closing waits for the disk.
     if (!ModoRemoto) contexto.cerrarTablas();
-    if (!deltodo) return;
-    empresa.gEmpresaActual.clear();
-    pendientes.vaciar();
-    ponerEnVigor();
 }
 
 TablasAbiertas::TablasAbiertas(Sesion& sesion) : sesion_(sesion) {

@@ -11,7 +11,7 @@ namespace {
 using platform::ErrorArchivo;
 namespace error_archivo = platform::error_archivo;
 
-// 32 MiB a file.
+// Copies of pages kept a file, some 37 MiB.
 constexpr std::size_t topeDeCache = 16384;
 // From the first head's core to the end of the second's.
 using Cabezas = std::array<Octeto, bytesCabecera + bytesNucleo>;

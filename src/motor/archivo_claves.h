@@ -2,14 +2,12 @@
 // Escritura changes it. What holds whatever happens:
 //
 //  1. A command is atomic over all keys of its table. New pages are written beside the old ones; one head
-//  holds
-//     every root, entry count, the record counter, the free pages and the high-water mark; one command is one
-//     head write, over that of the two heads which is not the newest sound one (seal, check sum). Nothing is
-//     derived from the file's length.
+//     holds every root, entry count, the record counter, the free pages and the high-water mark; one
+//     command is one head write, over that of the two heads which is not the newest sound one (seal, check
+//     sum). Nothing is derived from the file's length.
 //  2. Commit n+1 takes only pages that head n lists as free or that lie behind its high-water mark, never
-//  pages
-//     it frees itself. So all that head n reaches stands until head n+1 does; the older head rescues a torn
-//     head write, nothing else.
+//     pages it frees itself. So all that head n reaches stands until head n+1 does; the older head rescues a
+//     torn head write, nothing else.
 //  3. A child pointer is (page, seal of the commit that wrote it); the page repeats the seal and has a check
 //     sum that depends on its place and file. A page read or cached counts only if both agree. Seals bear
 //     random bits: a page of a commit that died before its head is no page of the commit that took its
@@ -17,8 +15,7 @@
 //  4. Who knows one head at commit n need read only the other's seal: not above n means that nothing changed,
 //     since commit n+1 ends by writing just that head.
 //  5. Readers hold the turn shared, writers exclusively, for one command. Where the file lies on a disk of
-//  this
-//     machine a reading command goes without: by 1 and 2 a commit under way disturbs nothing that head n
+//     this machine a reading command goes without: by 1 and 2 a commit under way disturbs nothing that head n
 //     reaches, a page that a later one has taken no longer bears the seal sought (3), and the other head's
 //     seal, read after the answer, tells whether head n still stood then (4). If not, or if anything read did
 //     not fit, the command runs again, after a few tries under the turn. On network shares, where a client
@@ -28,10 +25,9 @@
 //     part of what was written since the last synchronisation: a head whose pages did not arrive is found out
 //     by 3, the command fails, and a mark makes every later opening answer "damaged".
 //  9. Damage is never a positioning status. After a failed head write nobody can say which head will be
-//  found,
-//     so the object refuses to write from then on.
+//     found, so the object refuses to write from then on.
 //
-// (6, order and positions, stands in motor.h; 7, record numbers, in motor.h; 10, swapping files, in
+// (6, order and positions, and 7, record numbers, stand in motor_indexados.h; 10, swapping files, in
 // reconstruccion.h.)
 //
 // One thread at a time, as with the file below it.

@@ -1,6 +1,7 @@
 #include "motor/cabecera.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 namespace tarvoline::motor {
@@ -118,13 +119,15 @@ std::optional<std::vector<Tramo>> descifrarTramos(const Cabecera& cabecera, cons
     return tramos;
 }
 
+// A file cut short within its beginning is one of ours, too.
 Origen origenDe(const Octeto* comienzo) {
-    if (std::all_of(comienzo, comienzo + bytesNucleo, [](Octeto uno) { return uno == 0; }))
-        return Origen::en_cero;
-    const bool marca = std::memcmp(comienzo, marcaDeFormato.data(), marcaDeFormato.size()) == 0;
-    const bool forma = leerEntero<std::uint16_t>(comienzo + 8) == version &&
-                       leerEntero<std::uint16_t>(comienzo + 10) == bytesPagina;
-    return marca && forma ? Origen::propio : Origen::ajeno;
+    constexpr std::size_t bytesComienzo = 12;
+    std::array<Octeto, bytesComienzo> nuestro{};
+    ponerComienzo(nuestro.data());
+    const auto iguales = std::mismatch(nuestro.begin(), nuestro.end(), comienzo).second;
+    const bool nadaDetras = std::all_of(iguales, comienzo + bytesNucleo, [](Octeto uno) { return uno == 0; });
+    if (iguales == comienzo) return nadaDetras ? Origen::en_cero : Origen::ajeno;
+    return nadaDetras || iguales == comienzo + bytesComienzo ? Origen::propio : Origen::ajeno;
 }
 
 }  // namespace tarvoline::motor

@@ -1,12 +1,11 @@
 // The locks of key files, all of them: bytes far above the data, which nobody reads or writes.
 //
-//   sentinel   held shared by every open handle (share mode `acordada`), exclusively by who makes a file anew
-//   or
-//              swaps it
+//   sentinel   held shared by every open handle (share mode `acordada`), exclusively by who makes a file
+//              anew or swaps it
 //   turn       held shared by a reading command, exclusively by a writing one, for that one command
-//   gate       passed on the way to the turn on network shares, where every reader takes the turn too: while
-//   a
-//              writer waits behind the readers of the moment it keeps the gate, so no new one overtakes it
+//   gate       passed on the way to the turn on network shares, where every reader takes the turn too:
+//              while a writer waits behind the readers of the moment it keeps the gate, so no new one
+//              overtakes it
 //   inserting  of the data file, not the key file: held shared from before an insert until its record is
 //              written, exclusively by who empties the key file; see CerrojoInsercion
 #pragma once

@@ -1,7 +1,9 @@
 #include "motor/motor_indexados.h"
 
 #include <algorithm>
+#include <exception>
 #include <limits>
+#include <utility>
 
 #include "motor/edicion_arbol.h"
 
@@ -116,15 +118,22 @@ void MotorIndexados::acoger(Mesa& mesa, std::unique_ptr<ArchivoClaves> archivo) 
     mesa.archivo = std::move(archivo);
 }
 
+// What cannot be synchronised keeps nothing open: the first error is told when all are closed.
 void MotorIndexados::cerrar() {
-    for (unsigned tabla = 0; tabla < maxTablas; ++tabla)
-        soltar(tabla);
+    std::exception_ptr fallo;
+    for (unsigned tabla = 0; tabla < maxTablas; ++tabla) {
+        try {
+            soltar(tabla);
+        } catch (const platform::ErrorArchivo&) {
+            if (!fallo) fallo = std::current_exception();
+        }
+    }
+    if (fallo) std::rethrow_exception(fallo);
 }
 
 void MotorIndexados::soltar(unsigned tabla) {
-    Mesa& mesa = mesas_.at(tabla);
+    const Mesa mesa = std::exchange(mesas_.at(tabla), {});
     if (sincronizarAlCerrar_ && mesa.archivo) mesa.archivo->archivo().sincronizar();
-    mesa = {};
 }
 
 std::int16_t MotorIndexados::situar(std::int32_t& registro) {

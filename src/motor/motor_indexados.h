@@ -12,9 +12,8 @@
 //
 // Statuses:
 //    0  done
-//    1  no command, unknown table or key, too many or too few keys, a key that is too long; open and create:
-//    the
-//       file is damaged, or cannot be had now
+//    1  no command, unknown table or key, too many or too few keys, a key that is too long; open and
+//       create: the file is damaged, or cannot be had now
 //    2  open: no such file
 //    9  no such entry: the end, the beginning, an empty key; D and R: (part of) what was to go was not there
 //   12  S, G: no such key; on the greatest entry below

@@ -8,9 +8,8 @@
 //     E\<clave>\0\<tabla>\<valor>                      last entry below every one of that text
 //     I\<tabla>\<k1>...\<kn>                           insert
 //     D\<reg>\Y\<tabla>\<k1>...\<kn>                   delete
-//     R\<clave>\<reg>\<tabla>\<antiguo>\<nuevo>        replace; more keys of the same record may follow,
-//     three
-//                                                      fields each: \<clave>\<antiguo>\<nuevo>
+//     R\<clave>\<reg>\<tabla>\<antiguo>\<nuevo>        replace; more keys of the same record may
+//                                                      follow, each \<clave>\<antiguo>\<nuevo>
 //     /O/<ruta>/<tabla>                                open
 //     /C/<ruta>/<longitud>/<claves>/A/<tabla>          create
 //

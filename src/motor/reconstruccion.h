@@ -1,10 +1,9 @@
 // Making a key file anew beside the old one, and swapping it in. Invariant:
 //
 // 10. The new file is built as nuevo.<name>, and takes the old one's place only while nobody else has that
-// open
-//     (its sentinel byte held exclusively). The old one is kept as anterior.<name>. The record counter is
-//     carried over. An opener takes the sentinel and then makes sure that its file still bears the name, so
-//     nobody goes on with a file that has lost it.
+//     open (its sentinel byte held exclusively). The old one is kept as anterior.<name>. The record counter
+//     is carried over. An opener takes the sentinel and then makes sure that its file still bears the name,
+//     so nobody goes on with a file that has lost it.
 #pragma once
 
 #include <string>

@@ -32,24 +32,38 @@ constexpr const char* ayuda =
     "  K                     cierra todo (al final se hace siempre)\n"
     "Estados: 0 hecho; 1 orden mala o archivo dañado; 2 no existe; 9 no hay; 12, 13, 15 no está: entre dos,\n"
     "antes del primero, tras el último; 23 no se puede crear; 26 es otro formato; 29 no se puede insertar.\n"
-    "Salida: 0 hecho, 1 fallo del motor, 2 argumentos malos.";
+    "R sigue con \\CLAVE\\VIEJO\\NUEVO por cada otra clave del registro. Un fallo del disco se dice aparte "
+    "y\n"
+    "su orden responde 1; las demás siguen.\n"
+    "Salida: 0 hecho, 1 algún fallo del motor, 2 argumentos malos.";
 
 int atender(bool sincronizar) {
     const auto archivos = platform::crearSistemaArchivos();
     motor::MotorIndexados motorIndexados(*archivos, sincronizar);
     std::int32_t registro = 0;
     std::int16_t estado = 0;
+    bool fallado = false;
+    const auto ejecutar = [&](std::string& comando) {
+        try {
+            motorIndexados.Ejecutar(comando, registro, estado);
+        } catch (const std::exception& error) {
+            std::cerr << "qzmotor: " << error.what() << '\n';
+            fallado = true;
+            estado = motor::estado::malo;
+            registro = 0;
+        }
+    };
     for (std::string comando; std::getline(std::cin, comando);) {
         if (!comando.empty() && comando.back() == '\r') comando.pop_back();
-        motorIndexados.Ejecutar(comando, registro, estado);
+        ejecutar(comando);
         std::cout << estado << '\t' << registro << '\n';
         // A person or a program at the other end waits for the answer, unless more commands wait already.
         if (std::cin.rdbuf()->in_avail() <= 0) std::cout.flush();
     }
     std::string cierre = "K";
-    motorIndexados.Ejecutar(cierre, registro, estado);
+    ejecutar(cierre);
     std::cout.flush();
-    return std::cout ? salida::hecho : salida::fallo;
+    return std::cout && !fallado ? salida::hecho : salida::fallo;
 }
 
 int correr(int argc, char** argv) {

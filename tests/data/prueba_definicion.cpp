@@ -170,6 +170,7 @@ TEST(Definicion, RechazaLoDanado) {
         {conClave("I1000105"), "without a field"},
         {conClave("I1010005"), "empty segment"},
         {conClave("I1010100"), "empty segment"},
+        {conClave("I10101J0"), "a key of 260 characters"},
     };
     for (const auto& [bytes, dicho] : casos) {
         EXPECT_NE(motivo(bytes).find(dicho), std::string::npos) << dicho << " / " << motivo(bytes);

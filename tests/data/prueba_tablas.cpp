@@ -617,6 +617,26 @@ TEST(Tablas, LoSincronizadoAlCerrar) {
     ASSERT_TRUE(m.abrir(t, tabla, "EXTRA"));
     t.CerrarTodo();
     EXPECT_THAT(sincronizados, ElementsAre("EXTRA07.QZD", "EXTRA07.QZC"));
+
+    // What cannot be made safe is told, and nothing stays open behind it.
+    for (const char* cual : {"EXTRA07.QZD", "EXTRA07.QZC"}) {
+        ASSERT_TRUE(m.abrir(t, tabla, "EXTRA"));
+        archivos.fallar({.operacion = Operacion::sincronizar, .mascara = cual});
+        EXPECT_ANY_THROW(t.CerrarTodo()) << cual;
+        EXPECT_FALSE(t.abierta(tabla));
+        EXPECT_EQ(t.orden("F\\1\\2"), 1) << "the keys are closed, too";
+        EXPECT_NO_THROW(m.archivos->abrir(m.datos(cual), platform::Apertura::escritura,
+                                          platform::Comparticion::exclusiva));
+    }
+}
+
+// The keys of the table before are not those of one that is opened without.
+TEST(Tablas, UnaRanuraSinClavesNoTieneLasDeAntes) {
+    MundoTablas m;
+    Tablas t(m.capa);
+    ASSERT_TRUE(m.abrir(t, tabla, "EXTRA"));
+    ASSERT_TRUE(t.AbrirTabla(tabla, "EXTRA", 0, m.datos(), "08"));
+    EXPECT_EQ(t.orden("F\\1\\" + std::to_string(tabla)), 1);
 }
 
 }  // namespace

@@ -182,7 +182,10 @@ TEST_F(Estados, archivosQueNoSirven) {
     std::string roto = sano;
     for (const std::size_t lugar : {std::size_t{3614}, std::size_t{7710}})
         roto[lugar] = static_cast<char>(roto[lugar] ^ 1);
-    for (const std::string& contenido : {std::string(), std::string(8192, '\0'), roto, sano.substr(0, 40)}) {
+    std::vector<std::string> contenidos{std::string(8192, '\0'), roto};
+    for (const std::size_t largo : {0U, 1U, 4U, 8U, 9U, 11U, 12U, 13U, 40U})
+        contenidos.push_back(sano.substr(0, largo));
+    for (const std::string& contenido : contenidos) {
         carpeta_.escribir("B.QZC", contenido);
         EXPECT_EQ(estado(abrir("B.QZC")), 1);
         EXPECT_EQ(estado(crear("B.QZC")), 0);
