@@ -130,8 +130,11 @@ int main(int argc, char** argv) {
           }));
     for (const std::int64_t tamano : tamanos) {
         diario.crecerHasta(tamano);
-        decir(("entry with " + std::to_string(tamano) + " lines").c_str(),
-              medir(100, [&] { diario.grabar(); }));
+        const std::string donde = std::to_string(tamano) + " lines";
+        decir(("entry with " + donde).c_str(), medir(100, [&] { diario.grabar(); }));
+        if (tamano > hastaSqlite) continue;
+        diario.crecerSqliteHasta(tamano);
+        decir(("the same in SQLite, " + donde).c_str(), medir(100, [&] { diario.grabarSqlite(); }));
     }
     return EXIT_SUCCESS;
 }

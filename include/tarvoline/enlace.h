@@ -251,8 +251,8 @@ class TARVOLINE_PUBLICO Enlace {
     // Always throws noDisponible.
     void LeerReferencia(std::string_view referencia);
     // Lines of the journal to the collection of the statement: of this reference, all of it; with this text
-    // in the description, `ignorarMayusculas` or not; of this amount with either sign. Locally only the first
-    // tells by its result that there is one.
+    // in the description, without regard to case when `mayusculasMinusculas`; of this amount with either
+    // sign. Locally only the first tells by its result that there is one.
     bool BuscarReferencia(std::string_view referencia, bool mayusculasMinusculas = false);
     bool BuscarDescripcion(std::string_view descripcion, bool mayusculasMinusculas = false);
     bool BuscarImporte(double importe);

@@ -76,6 +76,16 @@ void Anulacion::AnularApuntePorReferencia(std::string_view referencia, bool incl
     const TablasAbiertas abiertas(sesion_);
     std::vector<FechaAsto> asientos;
     double cuotas = 0;
+    // Its lines lead to all else: keys that fail are told when everything has been taken.
+    std::optional<ErrorEnlace> fallo;
+    const auto quitando = [&](const auto& paso) {
+        try {
+            return paso();
+        } catch (const ErrorEnlace& error) {
+            if (!fallo) fallo = error;
+            return true;  // the row is gone
+        }
+    };
     const auto condicion = iguales(columna::referencia, referencia, ancho::referencia);
     for (const std::int32_t registro : filasCon(sesion_, tabla::extra, {condicion})) {
         const auto apunte = leerApunte(registro);
@@ -83,12 +93,16 @@ void Anulacion::AnularApuntePorReferencia(std::string_view referencia, bool incl
         if (std::ranges::find(asientos, apunte->asiento) == asientos.end())
             asientos.push_back(apunte->asiento);
         // Before the line, which alone knows the number of its analytic lines.
-        if (incluirAnalitica) quitarAnalitica(apunte->numeroAnalitica);
-        if (quitarApunte(registro) && esDeCuota(apunte->cuenta)) cuotas += apunte->importe;
+        if (incluirAnalitica) quitando([&] { return quitarAnalitica(apunte->numeroAnalitica), true; });
+        const bool quitado = quitando([&] { return quitarApunte(registro); });
+        if (quitado && esDeCuota(apunte->cuenta)) cuotas += apunte->importe;
     }
-    if (incluirIva) quitarIva(referencia, asientos, cuotas);
-    for (const FechaAsto& asiento : asientos)
-        quitarFilas(tabla::efect, filasCon(sesion_, tabla::efect, delAsiento(tabla::efect, asiento)));
+    if (incluirIva) quitando([&] { return quitarIva(referencia, asientos, cuotas), true; });
+    for (const FechaAsto& asiento : asientos) {
+        for (const std::int32_t registro : filasCon(sesion_, tabla::efect, delAsiento(tabla::efect, asiento)))
+            quitando([&] { return quitar(tabla::efect, registro); });
+    }
+    if (fallo) throw ErrorEnlace(*fallo);
 }
 
 void Anulacion::AnularApuntePorRegistro(std::int32_t registro, bool incluirAnalitica) {

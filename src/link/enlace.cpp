@@ -213,9 +213,11 @@ void Enlace::LeerAsiento(std::string_view fecha, std::string_view asiento) {
     Sesion& sesion = interior_->sesion;
     if (!fecha.empty()) sesion.Fecha = fechaSinComprobar(sesion, fecha);
     if (!asiento.empty()) sesion.Número = asiento;
-    if (sesion.Fecha.empty() && sesion.Número.empty()) return;
+    if (fecha.empty() && sesion.Fecha.empty() && sesion.Número.empty()) return;
     Operaciones& operaciones = interior_->conEmpresa();
     sesion.LimpiarPendientes();
+    // What is no date is that of no entry.
+    if (!fecha.empty() && sesion.Fecha.empty()) return;
     operaciones.LeerAsiento();
 }
 
@@ -264,17 +266,20 @@ std::int32_t Enlace::ExisteIva(std::string_view factura) {
 void Enlace::LeerExtracto(std::string_view cuenta, std::string_view desdeFecha, std::string_view hastaFecha,
                           int archivo) {
     Operaciones& operaciones = interior_->conEmpresa();
-    const Sesion& sesion = interior_->sesion;
-    operaciones.LeerExtracto(cuenta, ValidarFecha(sesion, desdeFecha), ValidarFecha(sesion, hastaFecha),
-                             archivo);
+    Sesion& sesion = interior_->sesion;
+    sesion.resultados.extracto.vaciar();
+    const std::string desde = ValidarFecha(sesion, desdeFecha);
+    const std::string hasta = ValidarFecha(sesion, hastaFecha);
+    operaciones.LeerExtracto(cuenta, desde, hasta, archivo);
 }
 
 std::string Enlace::LeerExtractoEx(std::string_view cuenta, std::string_view desdeFecha,
                                    std::string_view hastaFecha) {
     Operaciones& operaciones = interior_->conEmpresa();
     const Sesion& sesion = interior_->sesion;
-    return operaciones.LeerExtractoEx(cuenta, ValidarFecha(sesion, desdeFecha),
-                                      ValidarFecha(sesion, hastaFecha));
+    const std::string desde = ValidarFecha(sesion, desdeFecha);
+    const std::string hasta = ValidarFecha(sesion, hastaFecha);
+    return operaciones.LeerExtractoEx(cuenta, desde, hasta);
 }
 
 // --- Annulling

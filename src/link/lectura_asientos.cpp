@@ -61,6 +61,13 @@ CarteraClass carteraDe(const Sesion& sesion, TablaCursor& efecto) {
 }  // namespace
 
 void LecturaAsientos::LeerAsiento() {
+    leer(Falta::cualquiera);
+}
+
+void LecturaAsientos::leer(Falta falta) {
+    const auto leerFilas = [&](int tabla, const std::function<void(TablaCursor & fila)>& alLeer) {
+        this->leerFilas(tabla, falta, alLeer);
+    };
     Pendientes& pendientes = sesion_.pendientes;
     leerFilas(data::tabla::extra, [&](TablaCursor& fila) { pendientes.anadir(apunteDe(fila)); });
     leerFilas(data::tabla::iva01, [&](TablaCursor& fila) { pendientes.anadir(ivaDe(sesion_, fila)); });
@@ -68,10 +75,12 @@ void LecturaAsientos::LeerAsiento() {
     leerFilas(data::tabla::anali, [&](TablaCursor& fila) { pendientes.anadir(analiticaDe(fila)); });
 }
 
-void LecturaAsientos::leerFilas(int tabla, const std::function<void(TablaCursor& fila)>& alLeer) {
+void LecturaAsientos::leerFilas(int tabla, Falta falta,
+                                const std::function<void(TablaCursor& fila)>& alLeer) {
     auto condiciones = delAsiento(tabla, {sesion_.Fecha, sesion_.Número});
-    // A part that the caller did not give restricts nothing.
-    std::erase_if(condiciones, [](const data::Condicion& una) { return una.valor.empty(); });
+    if (falta == Falta::cualquiera) {
+        std::erase_if(condiciones, [](const data::Condicion& una) { return una.valor.empty(); });
+    }
     TablaCursor filas(sesion_.contexto.datos, sesion_.contexto.tablas());
     abrirCursor(sesion_, filas, tabla);
     filas.Filtrar(condiciones);
@@ -85,7 +94,7 @@ void LecturaAsientos::leerVecino(Vecino cual) {
     if (!hallado) return;
     sesion_.Fecha = hallado->Fecha;
     sesion_.Número = hallado->Asiento;
-    LeerAsiento();
+    leer(Falta::ninguna);
 }
 
 std::optional<FechaAsto> LecturaAsientos::vecino(Vecino cual) {

@@ -18,7 +18,10 @@ class LecturaAsientos {
     void leerVecino(Vecino cual);
 
   private:
-    void leerFilas(int tabla, const std::function<void(data::TablaCursor& fila)>& alLeer);
+    // A date or number that is blank: of any entry, or of those alone that have none.
+    enum class Falta { cualquiera, ninguna };
+    void leer(Falta falta);
+    void leerFilas(int tabla, Falta falta, const std::function<void(data::TablaCursor& fila)>& alLeer);
     std::optional<FechaAsto> vecino(Vecino cual);
 
     Sesion& sesion_;

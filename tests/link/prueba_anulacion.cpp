@@ -173,6 +173,22 @@ TEST_F(Anulacion, ClavesQueFallan) {
               antes.substr(0, mundo.leer("PLANC" + enlace.NumeroEmpresa() + ".QZD").size()));
 }
 
+// Broken keys of a line do not keep what it leads to, and a blank reference takes no invoice by it.
+TEST_F(Anulacion, PorReferenciaConClavesQueFallan) {
+    const auto primera = linea({"C60131", "4300000001", "1", "", "1", 4, "A"});
+    linea({"C60131", "4300000001", "1", "", "2", -4, "A"});
+    fila(data::tabla::efect, {{8, "C60131"}, {9, "1"}});
+    fila(iva01, {{8, "2"}, {21, "C60131"}});
+    tablas().AbrirTablasEmpresa();
+    tablas().GrabarCampo(extra, primera, tablas().gCampoDePosicion(extra, link::posicion::extra::cuenta),
+                         "Z");
+    tablas().CerrarTodo();
+    EXPECT_THROW(enlace.AnularApuntePorReferencia("A", true), link::ErrorEnlace);
+    EXPECT_EQ(quedan(), (Filas{0, 1, 0, 0}));
+    enlace.AnularApuntePorReferencia("  ", true);
+    EXPECT_EQ(quedan(), (Filas{0, 1, 0, 0}));
+}
+
 TEST_F(Anulacion, Cuentas) {
     cuenta("4300000007");
     for (const auto* una : {"4300000007", "4300000008", "4300000009"})

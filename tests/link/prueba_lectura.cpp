@@ -152,7 +152,11 @@ TEST_F(LecturaAsientos, LoQueNoHayNoEsError) {
     enlace.LeerAsiento("31/12/99", "000001");  // a year that the company does not keep
     EXPECT_EQ(pendientes(), 0);
     EXPECT_FALSE(enlace.HayPendientes());
-    enlace.LeerAsiento("", "1");
+    for (const char* ninguna : {"31/12/1899", "31/13/2026", "1/02/2026", "  /  /  "}) {
+        enlace.LeerAsiento(ninguna, "000002");
+        EXPECT_EQ(pendientes(), 0) << ninguna << ": not the entries of that number of any day";
+    }
+    enlace.LeerAsiento("31/12/99", "1");
     EXPECT_EQ(pendientes(), 0);
     // A part that was never given restricts nothing.
     link::Enlace otro(contexto);
@@ -166,6 +170,18 @@ TEST_F(LecturaAsientos, LoQueNoHayNoEsError) {
     tercero.AbrirEmpresa("Prueba");
     tercero.LeerAsiento("", "000002");
     EXPECT_EQ(tercero.ContadorApuntes(), 2);
+}
+
+// A line without date and number is an entry of its own to the walks.
+TEST_F(LecturaAsientos, UnaLineaSinFechaNiNumero) {
+    linea({"", "5700000000", "", "Suelta", "1", 1});
+    linea({"C60131", "5700000000", "000001", "Uno", "1", 1});
+    enlace.LeerPrimerAsiento();
+    ASSERT_EQ(enlace.ContadorApuntes(), 1);
+    EXPECT_EQ(enlace.Apunte(1)->Descripción, "Suelta");
+    enlace.LeerProximoAsiento();
+    ASSERT_EQ(enlace.ContadorApuntes(), 1);
+    EXPECT_EQ(enlace.Apunte(1)->Descripción, "Uno");
 }
 
 TEST_F(LecturaAsientos, SinCompannaNoSePierdeLoPendiente) {
