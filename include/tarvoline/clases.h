@@ -7,7 +7,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace tarvoline::link {
 
@@ -44,6 +46,18 @@ struct CarteraClass {
     std::string Marca{};
     std::string Fecha{};    // of the entry, as read
     std::string Asiento{};  // of the entry, as read
+};
+
+using CarteraLeida = std::vector<std::shared_ptr<CarteraClass>>;
+
+// Lines of the portfolio that are asked for; what is empty restricts nothing. Dates in any form that the link
+// takes; both limits are in the range.
+struct FiltroCartera {
+    std::string cartera{};
+    std::string DesdeFechaVencimiento{};
+    std::string HastaFechaVencimiento{};
+    std::string Cuenta{};
+    std::string Asiento{};
 };
 
 // A line of the book of invoices.
@@ -195,6 +209,52 @@ struct DatosClass {
     double Trimestre2_347 = 0;
     double Trimestre3_347 = 0;
     double Trimestre4_347 = 0;
+};
+
+// Master data to be stored: "-1" leaves the field as it is, numbers are texts.
+struct DatosNuevos {
+    std::string Cuenta{};
+    std::string titulo = "-1";
+    std::string NIF = "-1";
+    std::string Direccion = "-1";
+    std::string cp = "-1";
+    std::string Municipio = "-1";
+    std::string Provincia = "-1";
+    std::string CVP = "-1";
+    std::string Importe_347 = "-1";
+    std::string Telefono = "-1";
+    std::string Fax = "-1";
+    std::string Riesgo = "-1";
+    std::string TipoIva = "-1";
+    std::string NOTAS = "-1";
+    bool Actualizar = false;  // the global data of this NIF, when there are some already
+    std::string Pais = "-1";
+    std::string Vencimientos = "-1";
+    std::string DiasDePago = "-1";
+    std::string email = "-1";
+    std::string PaginaWeb = "-1";
+    std::string CriterioCaja = "-1";  // "1" or "0"
+    std::string OMITIR347 = "-1";
+    std::string OMITIR415 = "-1";
+};
+
+// The collection of a customer's invoice, or the payment of a supplier's. Amounts and codes are texts.
+struct CobroFactura {
+    std::string ClienteProveedor{};
+    std::string Factura{};
+    std::string Importe{};  // "121.00" or "121,00"
+    std::string CuentaContable{};
+    std::string CLAVEOPERACION{};  // 0 to 8; "": that of the invoice
+    std::string Fecha{};
+    std::string MedioCobro{};  // 0 to 2
+    std::string DescripcionMedioCobro{};
+    std::string DescripcionAsiento{};  // "": "Cobro Factura" or "Pago Factura" and its number
+    std::string Diario = "1";
+    std::string Canal = "N";
+    std::string Referencia{};
+    std::string NOTAS{};
+    std::string ArchivoImagen{};  // a PDF
+    std::string FechaFactura{};   // "": any
 };
 
 // An entry by its date and number.

@@ -312,6 +312,25 @@ class TARVOLINE_PUBLICO Enlace {
     double PlanDebe(std::int32_t index, int mes) const;
     double PlanHaber(std::int32_t index, int mes) const;
 
+    // Stores master data of an account, in a row that exists or a new one, but for what is "-1". With a `NIF`
+    // the global data of that person come into being, or with `Actualizar` are changed, by the same fields.
+    void CrearDatos(const DatosNuevos& datos);
+
+    // --- Portfolio: the lines that meet all of the conditions that are not empty
+    // -------------------------------------
+    // A collection of its own, apart from the pending lines; empty when there is none.
+    CarteraLeida LeerCartera(std::string_view cartera = {}, std::string_view desdeFechaVencimiento = {},
+                             std::string_view hastaFechaVencimiento = {}, std::string_view cuenta = {},
+                             std::string_view asiento = {});
+    // Sets the mark of all of them.
+    void MarcarCartera(std::string_view marca, std::string_view cartera,
+                       std::string_view desdeFechaVencimiento, std::string_view hastaFechaVencimiento,
+                       std::string_view cuenta, std::string_view asiento);
+    // Removes all of them; their entries stay.
+    void AnularCartera(std::string_view cartera, std::string_view desdeFechaVencimiento,
+                       std::string_view hastaFechaVencimiento, std::string_view cuenta,
+                       std::string_view asiento);
+
     // --- VAT
     // --------------------------------------------------------------------------------------------------------
     // Number of a rate: one character is its digit, two its number or letter form ("A1" is 101), else 0. No
@@ -319,6 +338,87 @@ class TARVOLINE_PUBLICO Enlace {
     static int ValTIVA(std::string_view des);
     // The rate of this number, from 1; an empty one when there is none.
     std::shared_ptr<TipoIvaClass> tiposiva(int index);
+
+    // --- VAT on a cash basis: an invoice stays in the book as issued; each collection or payment adds a row
+    // for each of its rates, with the part of the tax that falls due
+    // -----------------------------------------------------
+    // "1": the account is under the regime; else "".
+    std::string EsCriterioCaja(std::string_view cuenta);
+    // What is left to be collected of an invoice, one of the year before among them. Throws facturaNoExiste.
+    double TotalPendiente(std::string_view cliente, std::string_view factura,
+                          std::string_view fechaFactura = {});
+    // Makes the entry of the payment of a supplier's invoice, or of the collection of a customer's, and its
+    // rows. The parts of all payments add up to the invoice: the one that leaves nothing pending takes what
+    // is left of each rate. Throws, before anything is written: sinTercero, facturaNoExiste, importeCero,
+    // sinCuentaContable, claveOperacionIncorrecta, medioCobroIncorrecto, soloPdf, superaFactura,
+    // superaRestante, sinCuentasIva (the value "iva2" is empty), fechaNoValida. An entry that is being built
+    // stays as it is.
+    void PagoFacturaCriterioCaja(const CobroFactura& pago);
+    void CobroFacturaCriterioCaja(const CobroFactura& cobro);
+    // The rows alone, without an entry; they bear `Fecha` and `Número` of the session when these are set.
+    // `comprobarCobros`: not more than what is pending.
+    void AñadirIvaCriterioCaja(std::string_view cliente, std::string_view factura,
+                               std::string_view importeCobro, std::string_view medioCobro,
+                               std::string_view descripcionMedioCobro, bool comprobarCobros,
+                               std::string_view claveOperacion, std::string_view fechaCobro,
+                               std::string_view fechaFactura = {});
+    void AddVATCashBased(std::string_view cliente, std::string_view factura, std::string_view importeCobro,
+                         std::string_view medioCobro, std::string_view descripcionMedioCobro,
+                         bool comprobarCobros, std::string_view claveOperacion, std::string_view fechaCobro,
+                         std::string_view fechaFactura = {}) {
+        AñadirIvaCriterioCaja(cliente, factura, importeCobro, medioCobro, descripcionMedioCobro,
+                              comprobarCobros, claveOperacion, fechaCobro, fechaFactura);
+    }
+
+    // --- Budgets
+    // ----------------------------------------------------------------------------------------------------
+    // Makes the budget of an account, twelve months of 0, or changes its title and level ("-1": as it is).
+    void CrearPresupuesto(std::string_view cuenta, std::string_view titulo, std::string_view nivel = "0",
+                          bool analitica = false);
+    // Sets a month, 1 to 12; nothing for any other month, or an account without a budget.
+    void ModificarPresupuesto(std::string_view cuenta, int mes, double importe);
+
+    // --- Fixed assets, and the persons that all companies share
+    // ---------------------------------------------------------
+    // Of this code, or all (""), into inmovilizado. Tells how many.
+    std::int32_t LeerInmovilizado(std::string_view codigo = {});
+    // Throws registroRehusado, nothing being stored: no company open, no code, a code that there is already.
+    // Texts are cut to their width; a date that is none throws fechaNoValida.
+    void CrearInmovilizado(const InmoClass& datosInm);
+    // Of this tax number, or all (""), into DatosGlobales. Tells how many.
+    std::int32_t LeerDatosGlobales(std::string_view nif = {});
+    // A tax number stands there once: a new one is made; one that exists changes with `G66_Actualizar` only.
+    // Throws registroRehusado without a number.
+    void CrearDatosGloblales(const DatosGlobalClass& datosGlob);
+    // "": whether there is any.
+    bool ExisteNifDatosGlobales(std::string_view nif);
+
+    // --- Tables as texts
+    // ---------------------------------------------------------------------------------------------
+    // The cells of a line that are parted by tabs.
+    static std::vector<std::string> Util_TextoToArray(std::string_view txt);
+    // A line for each definition in the program directory: name, tab, title, CR LF. No company need be open.
+    std::string Util_LeerTablas();
+    // A line for each field, in the order of the record: title, tab, position, tab, type code, tab, width, CR
+    // LF. No company need be open. Throws registroRehusado without a table.
+    std::string Util_LeerCampos(std::string_view tabla);
+    // Rows of a table of the company: those with `valor` in the column `campoTabla`, else those that meet
+    // `filtro` ("CUENTA = 4300000001 AND ..."), else all. Fields in the order of the record, parted by tabs,
+    // a row ends with CR LF; tabs and line breaks in a field come as blanks. Throws registroRehusado without
+    // a table or an open company.
+    std::string Util_LeerDatos(std::string_view tabla, std::string_view campoTabla = {},
+                               std::string_view valor = {}, std::string_view filtro = {});
+
+    // --- Identifiers of entries
+    // --------------------------------------------------------------------------------------
+    // That of an entry by its number; "" when it has none.
+    std::string GUID(std::string_view asiento);
+    // "" makes a new one of 36 characters. Throws sinGuid when it cannot be stored.
+    void GUID(std::string_view asiento, std::string_view guid);
+    // Dates ("dd/mm/yy") of the entries with this number that have an identifier.
+    std::vector<std::string> LeerFechasAsiento(std::string_view asiento);
+    // Numbers of the entries of an identifier.
+    std::vector<std::string> LeerAsientosGuid(std::string_view guid);
 
     // --- Results
     // ----------------------------------------------------------------------------------------------------

@@ -27,10 +27,22 @@ inline constexpr std::uint32_t sinDirectorio = 50012;                // source "
 inline constexpr std::uint32_t noDisponible = baseObjeto + 50013;    // or what the service answered
 inline constexpr std::uint32_t soloEnRemoto = baseObjeto + 50015;
 inline constexpr std::uint32_t soloAdministradores = baseObjeto + 50016;
-inline constexpr std::uint32_t noInstalado = 50056;       // no source
-inline constexpr std::uint32_t entradaRehusada = 50900;   // no source
-inline constexpr std::uint32_t soloPdf = 55000;           // the entry has been stored
-inline constexpr std::uint32_t versionPosterior = 59999;  // no source
+inline constexpr std::uint32_t sinTercero = 50020;  // the cash-basis members: no customer or supplier
+inline constexpr std::uint32_t facturaNoExiste = 50021;
+inline constexpr std::uint32_t importeCero = 50022;
+inline constexpr std::uint32_t sinCuentaContable = 50023;
+inline constexpr std::uint32_t claveOperacionIncorrecta = 50024;
+inline constexpr std::uint32_t medioCobroIncorrecto = 50025;
+inline constexpr std::uint32_t sinDescripcionMedio = 50026;
+inline constexpr std::uint32_t superaFactura = 50026;
+inline constexpr std::uint32_t superaRestante = 50027;
+inline constexpr std::uint32_t sinCuentasIva = 50027;
+inline constexpr std::uint32_t sinGuid = 50200;                        // no source
+inline constexpr std::uint32_t registroRehusado = baseObjeto + 60000;  // the registers, Util_...
+inline constexpr std::uint32_t noInstalado = 50056;                    // no source
+inline constexpr std::uint32_t entradaRehusada = 50900;                // no source
+inline constexpr std::uint32_t soloPdf = 55000;                        // the entry has been stored
+inline constexpr std::uint32_t versionPosterior = 59999;               // no source
 }  // namespace error_enlace
 
 class TARVOLINE_PUBLICO ErrorEnlace : public std::runtime_error {

@@ -92,6 +92,19 @@ void conEmpresaBloqueada(CapaDatos& capa, std::string_view ruta, const std::func
     paso();
 }
 
+void conTurnoEnTabla(CapaDatos& capa, std::string_view ruta, const std::function<void()>& paso) {
+    constexpr platform::Rango turno{platform::byteCentinela + 4, 1};  // behind those of the insertions
+    const Handle abierta =
+        capa.archivos.abrir(ruta, platform::Apertura::escritura, platform::Comparticion::compartida);
+    const Reintentos& reintentos = capa.reintentosEmpresa;
+    for (int intento = 1; !abierta->bloquear(turno, TipoBloqueo::exclusivo, reintentos.espera); ++intento) {
+        if (intento < reintentos.intentos) continue;
+        throw ErrorArchivo(platform::error_archivo::permisoDenegado, std::string(ruta),
+                           "another program is at the table");
+    }
+    paso();  // the turn ends with the handle
+}
+
 bool cambiarEmpresa(CapaDatos& capa, std::string_view ruta, const OperacionArchivo& cambiar,
                     platform::Rango rango) {
     try {

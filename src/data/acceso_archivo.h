@@ -32,5 +32,8 @@ void exigirCambioEmpresa(CapaDatos& capa, std::string_view ruta, const Operacion
 // does at a time. Only the lock is tried again; what `paso` throws passes. Throws ErrorArchivo when the lock
 // could not be had.
 void conEmpresaBloqueada(CapaDatos& capa, std::string_view ruta, const std::function<void()>& paso);
+// The same while a byte of a data file (.QZD) is locked that no record lies at: programs that look for a row
+// and make it when it is missing take turns, while others read and write the table. Always locks.
+void conTurnoEnTabla(CapaDatos& capa, std::string_view ruta, const std::function<void()>& paso);
 
 }  // namespace tarvoline::data

@@ -190,10 +190,8 @@ bool Anulacion::quitar(int tabla, std::int32_t registro, const std::function<voi
     if (tablas.LeerRegistro(tabla, registro) != EstadoRegistro::vivo) return false;
     if (antes) antes();
     tablas.BorrarRegistro(tabla, registro);
-    if (tablas.gEstado == motor::estado::bien) return true;
-    throw ErrorEnlace(error_enlace::errorIndexados, "Se ha producido un error de indexados No. " +
-                                                        std::to_string(tablas.gEstado) +
-                                                        " Se debe reindexar los datos de Veldorix");
+    exigirClaves(tablas);
+    return true;
 }
 
 }  // namespace tarvoline::link

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/texto.h"
+#include "data/empresa_suelta.h"
 #include "data/seleccion.h"
 
 namespace tarvoline::link {
@@ -28,10 +29,19 @@ std::vector<std::int32_t> filasCon(Sesion& sesion, int tabla,
 
 void abrirCursor(Sesion& sesion, data::TablaCursor& cursor, int tabla) {
     const auto* const una = std::ranges::find(data::tablasDeEmpresa, tabla, &data::TablaEmpresa::tabla);
-    const std::string ruta =
-        sesion.empresa.gDirectorioEmpresa + std::string(una->nombre) + sesion.empresa.gEmpresaActual + ".QZD";
+    abrirCursor(cursor, data::rutaDeTabla(sesion.contexto.datos, una->nombre));
+}
+
+void abrirCursor(data::TablaCursor& cursor, const std::string& ruta) {
     if (cursor.Abrir(ruta)) return;
     throw platform::ErrorArchivo(platform::error_archivo::ruta, ruta, "the table could not be opened");
+}
+
+void exigirClaves(const data::Tablas& tablas) {
+    if (tablas.gEstado == motor::estado::bien) return;
+    throw ErrorEnlace(error_enlace::errorIndexados, "Se ha producido un error de indexados No. " +
+                                                        std::to_string(tablas.gEstado) +
+                                                        " Se debe reindexar los datos de Veldorix");
 }
 
 }  // namespace tarvoline::link

@@ -16,6 +16,8 @@ namespace tarvoline::link {
 namespace columna {
 inline constexpr const char* cuenta = "CUENTA";               // PLANC, DATOS, EXTRA
 inline constexpr const char* referencia = "REFERENCIA";       // EXTRA, IVA01
+inline constexpr const char* tercero = "CLIENTE/PROVEEDOR";   // IVA01
+inline constexpr const char* fechaFactura = "FECHA FACTURA";  // IVA01
 inline constexpr const char* analitica = "NUMERO ANALITICA";  // EXTRA, Anali
 inline constexpr const char* factura = "FACTURA No.";         // IVA01
 }  // namespace columna
@@ -23,7 +25,7 @@ inline constexpr const char* factura = "FACTURA No.";         // IVA01
 // Characters of the fields that rows are asked for by.
 namespace ancho {
 inline constexpr std::size_t fecha = 6, asiento = 6, cuenta = 10, referencia = 20, factura = 20,
-                             analitica = 6;
+                             analitica = 6, cartera = 10;
 }  // namespace ancho
 
 // The condition that a text column holds `valor`, cut to the field's `ancho` characters as it was stored.
@@ -39,5 +41,10 @@ std::vector<std::int32_t> filasCon(Sesion& sesion, int tabla,
 // Opens the cursor on a table of the session's company. Throws platform::ErrorArchivo when it cannot be
 // opened; why has been shown.
 void abrirCursor(Sesion& sesion, data::TablaCursor& cursor, int tabla);
+// The same of a table by its path.
+void abrirCursor(data::TablaCursor& cursor, const std::string& ruta);
+
+// Throws errorIndexados when the last change of a row failed at its keys.
+void exigirClaves(const data::Tablas& tablas);
 
 }  // namespace tarvoline::link

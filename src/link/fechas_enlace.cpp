@@ -49,17 +49,12 @@ bool esDiaDeMes(int dia, int mes) {
     return dia <= (std::ranges::find(mesesCortos, mes) == mesesCortos.end() ? 31 : 30);
 }
 
-[[noreturn]] void rechazarForma(std::string_view valor) {
-    throw ErrorEnlace(error_enlace::fechaNoValida, "Formato Fecha no válido: " + std::string(valor) +
-                                                       "\nFormatos aceptados son: 31/12/13 o 131231");
-}
-
 void comprobarForma(const Partes& partes, std::string_view valor) {
     const bool bien =
         std::ranges::all_of(partes.anio, esCifraDeAnio) &&
         (valor.size() == largoCompleta || std::ranges::all_of(partes.dia + partes.mes, esCifra)) &&
         esDiaDeMes(core::ValEntero(partes.dia), core::ValEntero(partes.mes));
-    if (!bien) rechazarForma(valor);
+    if (!bien) rechazarFecha(valor);
 }
 
 bool esGuardada(std::string_view texto) {
@@ -94,13 +89,18 @@ void comprobarEjercicio(const Sesion& sesion, const Partes& partes, std::string_
 
 }  // namespace
 
+void rechazarFecha(std::string_view valor) {
+    throw ErrorEnlace(error_enlace::fechaNoValida, "Formato Fecha no válido: " + std::string(valor) +
+                                                       "\nFormatos aceptados son: 31/12/13 o 131231");
+}
+
 std::string ValidarFecha(const Sesion& sesion, std::string_view valor) {
     if (const auto partes = partir(valor)) {
         comprobarForma(*partes, valor);
         comprobarEjercicio(sesion, *partes, valor);
     }
     std::string guardada = fechaSinComprobar(sesion, valor);
-    if (guardada.empty() && partir(valor)) rechazarForma(valor);
+    if (guardada.empty() && partir(valor)) rechazarFecha(valor);
     return guardada;
 }
 
@@ -110,11 +110,11 @@ std::string fechaDeTexto(const Sesion& sesion, std::string_view texto) {
     if (limpio.empty()) return {};
     if (esGuardada(limpio)) return fechaSinComprobar(sesion, limpio);
     const auto partes = diaMesAnio(limpio);
-    if (!partes) rechazarForma(texto);
+    if (!partes) rechazarFecha(texto);
     const auto& [dia, mes, anio] = *partes;
     const int ano = core::ValEntero(anio);
     const bool cabe = anio.size() == 2 || (anio.size() == 4 && ano >= primerAnio && ano <= ultimoAnio);
-    if (!cabe || !esDiaDeMes(core::ValEntero(dia), core::ValEntero(mes))) rechazarForma(texto);
+    if (!cabe || !esDiaDeMes(core::ValEntero(dia), core::ValEntero(mes))) rechazarFecha(texto);
     const std::string diaMes =
         core::conCeros(core::ValEntero(dia), 2) + "/" + core::conCeros(core::ValEntero(mes), 2) + "/";
     return anio.size() == 2 ? data::FechaNormal(sesion.contexto.datos, diaMes + anio)

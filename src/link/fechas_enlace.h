@@ -12,7 +12,9 @@ namespace tarvoline::link {
 // ErrorEnlace fechaNoValida for what is no date, or lies outside the accounting year of the session's
 // company.
 std::string ValidarFecha(const Sesion& sesion, std::string_view valor);
-// The same form without any check.
+// Throws ErrorEnlace fechaNoValida for a text that is no date.
+[[noreturn]] void rechazarFecha(std::string_view valor);
+// The stored form without any check.
 std::string fechaSinComprobar(const Sesion& sesion, std::string_view valor);
 // The stored form of any usual way to write a date: those above, a stored one, one digit for day or month, a
 // four-digit year first ("2026-02-01"), "/", "-" or "." between; blanks around do not count. "" gives "".

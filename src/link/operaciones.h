@@ -7,8 +7,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tarvoline/clases.h"
+#include "tarvoline/registros.h"
 
 namespace tarvoline::link {
 
@@ -33,6 +35,14 @@ struct PeticionPlan {
     std::string_view Cuenta, Nivel, titulo;
     std::string_view HastaCuenta;     // given: all accounts from `Cuenta` to this one
     Vecina vecina = Vecina::ninguna;  // the one account behind or before `Cuenta`
+};
+
+// The collection or payment of an invoice under the cash-basis regime.
+struct CobroCaja {
+    CobroFactura datos{};
+    bool esProveedor = false;
+    bool hacerAsiento = true;
+    bool ComprobarCobros = true;
 };
 
 class Operaciones {
@@ -73,7 +83,36 @@ class Operaciones {
     virtual std::int32_t LeerDatos(std::string_view cuenta, std::string_view titulo) = 0;
     // `cuenta.Cuenta` is the account that was made or found when it returns.
     virtual bool crearCuenta(TablaPlan plan, CuentaNueva& cuenta) = 0;
+    virtual void CrearDatos(const DatosNuevos& datos) = 0;
+
+    virtual CarteraLeida LeerCartera(const FiltroCartera& filtro) = 0;
+    virtual void MarcarCartera(std::string_view marca, const FiltroCartera& filtro) = 0;
+    virtual void AnularCartera(const FiltroCartera& filtro) = 0;
+
     virtual TipoIvaClass tiposiva(int numero) = 0;
+    virtual std::string EsCriterioCaja(std::string_view cuenta) = 0;
+    virtual double TotalPendiente(std::string_view cliente, std::string_view factura,
+                                  std::string_view fechaFactura) = 0;
+    // Its arguments have been looked at.
+    virtual void cobrar(const CobroCaja& cobro) = 0;
+
+    virtual void CrearPresupuesto(std::string_view cuenta, std::string_view titulo, std::string_view nivel,
+                                  bool analitica) = 0;
+    virtual void ModificarPresupuesto(std::string_view cuenta, int mes, double importe) = 0;
+    virtual std::int32_t LeerInmovilizado(std::string_view codigo) = 0;
+    virtual void CrearInmovilizado(const InmoClass& datos) = 0;
+    virtual std::int32_t LeerDatosGlobales(std::string_view nif) = 0;
+    virtual void CrearDatosGloblales(const DatosGlobalClass& datos) = 0;
+    virtual bool ExisteNifDatosGlobales(std::string_view nif) = 0;
+    // The table's name has been looked at.
+    virtual std::string Util_LeerDatos(std::string_view tabla, std::string_view campo, std::string_view valor,
+                                       std::string_view filtro) = 0;
+
+    // Identifiers of entries. An empty `guid` to be stored is made anew.
+    virtual std::string leerGuid(std::string_view asiento) = 0;
+    virtual void grabarGuid(std::string_view asiento, std::string_view guid) = 0;
+    virtual std::vector<std::string> LeerFechasAsiento(std::string_view asiento) = 0;
+    virtual std::vector<std::string> LeerAsientosGuid(std::string_view guid) = 0;
 };
 
 }  // namespace tarvoline::link

@@ -2,11 +2,19 @@
 
 #include "link/anulacion.h"
 #include "link/busquedas.h"
+#include "link/cartera.h"
 #include "link/creacion_cuentas.h"
+#include "link/creacion_datos.h"
+#include "link/criterio_caja.h"
 #include "link/extractos.h"
 #include "link/grabacion.h"
+#include "link/identificadores.h"
+#include "link/inmovilizado.h"
 #include "link/lectura_asientos.h"
 #include "link/lectura_plan.h"
+#include "link/presupuestos.h"
+#include "link/registro_global.h"
+#include "link/tablas_texto.h"
 #include "link/tipos_iva_enlace.h"
 
 namespace tarvoline::link {
@@ -86,6 +94,85 @@ std::int32_t OperacionesLocales::LeerDatos(std::string_view cuenta, std::string_
 
 bool OperacionesLocales::crearCuenta(TablaPlan plan, CuentaNueva& cuenta) {
     return CreacionCuentas(sesion_).crear(plan, cuenta);
+}
+
+void OperacionesLocales::CrearDatos(const DatosNuevos& datos) {
+    CreacionDatos(sesion_).CrearDatos(datos);
+}
+
+CarteraLeida OperacionesLocales::LeerCartera(const FiltroCartera& filtro) {
+    return Cartera(sesion_).LeerCartera(filtro);
+}
+
+void OperacionesLocales::MarcarCartera(std::string_view marca, const FiltroCartera& filtro) {
+    Cartera(sesion_).MarcarCartera(marca, filtro);
+}
+
+void OperacionesLocales::AnularCartera(const FiltroCartera& filtro) {
+    Cartera(sesion_).AnularCartera(filtro);
+}
+
+std::string OperacionesLocales::EsCriterioCaja(std::string_view cuenta) {
+    return CriterioCaja(sesion_).EsCriterioCaja(cuenta);
+}
+
+double OperacionesLocales::TotalPendiente(std::string_view cliente, std::string_view factura,
+                                          std::string_view fechaFactura) {
+    return CriterioCaja(sesion_).TotalPendiente(cliente, factura, fechaFactura);
+}
+
+void OperacionesLocales::cobrar(const CobroCaja& cobro) {
+    CriterioCaja(sesion_).cobrar(cobro);
+}
+
+void OperacionesLocales::CrearPresupuesto(std::string_view cuenta, std::string_view titulo,
+                                          std::string_view nivel, bool analitica) {
+    Presupuestos(sesion_).CrearPresupuesto(cuenta, titulo, nivel, analitica);
+}
+
+void OperacionesLocales::ModificarPresupuesto(std::string_view cuenta, int mes, double importe) {
+    Presupuestos(sesion_).ModificarPresupuesto(cuenta, mes, importe);
+}
+
+std::int32_t OperacionesLocales::LeerInmovilizado(std::string_view codigo) {
+    return Inmovilizado(sesion_).LeerInmovilizado(codigo);
+}
+
+void OperacionesLocales::CrearInmovilizado(const InmoClass& datos) {
+    Inmovilizado(sesion_).CrearInmovilizado(datos);
+}
+
+std::int32_t OperacionesLocales::LeerDatosGlobales(std::string_view nif) {
+    return RegistroGlobal(sesion_).LeerDatosGlobales(nif);
+}
+
+void OperacionesLocales::CrearDatosGloblales(const DatosGlobalClass& datos) {
+    RegistroGlobal(sesion_).CrearDatosGloblales(datos);
+}
+
+bool OperacionesLocales::ExisteNifDatosGlobales(std::string_view nif) {
+    return RegistroGlobal(sesion_).ExisteNifDatosGlobales(nif);
+}
+
+std::string OperacionesLocales::Util_LeerDatos(std::string_view tabla, std::string_view campo,
+                                               std::string_view valor, std::string_view filtro) {
+    return TablasTexto(sesion_).Util_LeerDatos(tabla, campo, valor, filtro);
+}
+
+std::string OperacionesLocales::leerGuid(std::string_view asiento) {
+    return Identificadores(sesion_).leerGuid(asiento);
+}
+
+void OperacionesLocales::grabarGuid(std::string_view asiento, std::string_view guid) {
+    Identificadores(sesion_).grabarGuid(asiento, guid);
+}
+
+std::vector<std::string> OperacionesLocales::LeerFechasAsiento(std::string_view asiento) {
+    return Identificadores(sesion_).LeerFechasAsiento(asiento);
+}
+
+std::vector<std::string> OperacionesLocales::LeerAsientosGuid(std::string_view guid) {
+    return Identificadores(sesion_).LeerAsientosGuid(guid);
 }
 
 TipoIvaClass OperacionesLocales::tiposiva(int numero) {

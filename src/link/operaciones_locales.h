@@ -46,7 +46,29 @@ class OperacionesLocales : public Operaciones {
     std::int32_t LeerPlanEx(const PeticionPlan& peticion) override;
     std::int32_t LeerDatos(std::string_view cuenta, std::string_view titulo) override;
     bool crearCuenta(TablaPlan plan, CuentaNueva& cuenta) override;
+    void CrearDatos(const DatosNuevos& datos) override;
+    CarteraLeida LeerCartera(const FiltroCartera& filtro) override;
+    void MarcarCartera(std::string_view marca, const FiltroCartera& filtro) override;
+    void AnularCartera(const FiltroCartera& filtro) override;
     TipoIvaClass tiposiva(int numero) override;
+    std::string EsCriterioCaja(std::string_view cuenta) override;
+    double TotalPendiente(std::string_view cliente, std::string_view factura,
+                          std::string_view fechaFactura) override;
+    void cobrar(const CobroCaja& cobro) override;
+    void CrearPresupuesto(std::string_view cuenta, std::string_view titulo, std::string_view nivel,
+                          bool analitica) override;
+    void ModificarPresupuesto(std::string_view cuenta, int mes, double importe) override;
+    std::int32_t LeerInmovilizado(std::string_view codigo) override;
+    void CrearInmovilizado(const InmoClass& datos) override;
+    std::int32_t LeerDatosGlobales(std::string_view nif) override;
+    void CrearDatosGloblales(const DatosGlobalClass& datos) override;
+    bool ExisteNifDatosGlobales(std::string_view nif) override;
+    std::string Util_LeerDatos(std::string_view tabla, std::string_view campo, std::string_view valor,
+                               std::string_view filtro) override;
+    std::string leerGuid(std::string_view asiento) override;
+    void grabarGuid(std::string_view asiento, std::string_view guid) override;
+    std::vector<std::string> LeerFechasAsiento(std::string_view asiento) override;
+    std::vector<std::string> LeerAsientosGuid(std::string_view guid) override;
 
   private:
     Sesion& sesion_;

@@ -38,4 +38,12 @@ inline constexpr int vencimiento = 1, cuenta = 2, titulo = 3, notas = 4, cartera
                      fecha = 8, asiento = 9;
 }  // namespace efect
 
+namespace presu {
+inline constexpr int cuenta = 1, titulo = 2, nivel = 3, analitica = 6, antesDeEnero = 11;
+}  // namespace presu
+
+namespace guid {
+inline constexpr int asiento = 1, fecha = 2, guid = 3;
+}  // namespace guid
+
 }  // namespace tarvoline::link::posicion

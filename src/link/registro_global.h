@@ -1,0 +1,34 @@
+// Worker: the persons that all companies share, in one table of the global directory. No company need be
+// open.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "data/tabla_cursor.h"
+#include "link/sesion.h"
+
+namespace tarvoline::link {
+
+class RegistroGlobal {
+  public:
+    explicit RegistroGlobal(Sesion& sesion);
+    std::int32_t LeerDatosGlobales(std::string_view nif);
+    void CrearDatosGloblales(const DatosGlobalClass& datos);
+    bool ExisteNifDatosGlobales(std::string_view nif);
+    // Makes the person of this number out of what `cambiar` makes of an empty one, or changes, with
+    // `actualizar`, the one that there is.
+    void guardar(const std::string& nif, bool actualizar,
+                 const std::function<void(DatosGlobalClass&)>& cambiar);
+
+  private:
+    void situar(std::string_view nif);
+
+    Sesion& sesion_;
+    data::TablaCursor cursor_;
+    std::string ruta_;
+};
+
+}  // namespace tarvoline::link
