@@ -1,7 +1,7 @@
 #include <pybind11/stl.h>
 
 #include "python/modulo.h"
-#include "tarvoline/enlace.h"
+#include "python/sesion_datos.h"
 
 namespace py = pybind11;
 
@@ -11,7 +11,7 @@ namespace {
 
 using link::Contexto;
 using link::Enlace;
-using Clase = py::class_<Enlace, std::shared_ptr<Enlace>>;
+using Clase = ClaseEnlace;
 using py::arg;
 
 // Sessions made without a context share one, which the module keeps.
@@ -247,6 +247,7 @@ void anadirSesion(py::module_& modulo) {
     anadirLineas(clase);
     anadirOperaciones(clase);
     anadirLecturas(clase);
+    anadirDatos(clase);
     anadirResultados(clase);
 }
 

@@ -3,6 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <set>
+#include <sstream>
+
+#include "apoyo/en_procesos.h"
 #include "apoyo_libros.h"
 
 namespace tarvoline::pruebas {
@@ -77,6 +81,30 @@ TEST_F(Cuentas, LaSiguienteDeUnPatron) {
     EXPECT_EQ(crear("43009*"), "4300900001") << "where there is none its beginning counts";
     EXPECT_EQ(crear("4300*"), "4300900002");
     EXPECT_THAT(filas(tabla::planc, "4300001000"), ElementsAre("Nueva|0|0|"));
+}
+
+TEST_F(Cuentas, DosProgramasNuncaTomanElMismoNumero) {
+    constexpr int procesos = 3, cuantas = 30;
+    enProcesos(procesos, 1, [&](int proceso, int) {
+        link::Contexto suyo(*mundo.archivos, mundo.ajustes, mundo.carpetas, mundo.reloj);
+        link::Enlace con(suyo);
+        con.AbrirEmpresa("Prueba");
+        std::string tomadas;
+        for (int i = 0; i < cuantas; ++i) {
+            std::string codigo = "4300*";
+            if (!con.CrearCuenta(codigo, "De " + std::to_string(proceso))) throw std::runtime_error(codigo);
+            tomadas += codigo + "\n";
+        }
+        mundo.carpeta.escribir("cuentas" + std::to_string(proceso), tomadas);
+    });
+    std::set<std::string> todas;
+    for (int proceso = 0; proceso < procesos; ++proceso) {
+        std::istringstream suyas(mundo.carpeta.leer("cuentas" + std::to_string(proceso)));
+        for (std::string una; std::getline(suyas, una);)
+            todas.insert(una);
+    }
+    EXPECT_EQ(todas.size(), std::size_t{procesos} * cuantas);
+    EXPECT_EQ(enlace.LeerPlanEx(1, "4300??????"), procesos * cuantas);
 }
 
 TEST_F(Cuentas, CadaPlanLasSuyas) {

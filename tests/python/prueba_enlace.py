@@ -85,6 +85,34 @@ class Modulo(unittest.TestCase):
         s.AnularAsiento(s.Fecha, s.Número)
         self.assertEqual(s.ExisteReferencia("R1"), 0)
 
+    def test_lo_que_rodea_al_diario(self):
+        """Each member that takes or gives more than texts, once."""
+        s = self.sesion
+        s.CrearDatos("4300000007", titulo="Peña", Riesgo=1500.5, CriterioCaja="1")
+        self.assertEqual((s.LeerDatos("4300000007"), s.DATOS(1).Riesgo), (1, 1500.5))
+        s.Fecha, s.Número = "15/03/26", ""
+        s.AddVAT("4300000007", "4770000021", "F1", "15/03/26", "1", "R", 100, 0, 0, "", "", "", "", "", "", 0, "")
+        s.AñadirCartera("31/12/26", "4300000007", "BANCO", "", 121)
+        s.GrabarAsiento()
+        s.Config("iva2", "477,472")
+        s.CobroFacturaCriterioCaja("4300000007", "F1", ImporteCobro=21.5, CuentaContableCobro="5720000000",
+                                   FechaCobro="20/04/26", MedioCobro=1)
+        s.AddVATCashBased("4300000007", "F1", "0,5", 1, "Caja", True, "", "20/04/26")
+        self.assertEqual(s.TotalPendiente("4300000007", "F1"), 99)
+        with self.assertRaisesRegex(enlace.ErrorEnlace, "Medio de cobro incorrecto"):
+            s.PagoFacturaCriterioCaja("4300000007", "F1", 1, "572", fechapago="20/04/26", MedioCobro=3)
+        s.MarcarCartera("OK", "", "", "", "4300000007", "")
+        self.assertEqual([(una.Importe, una.Marca) for una in s.LeerCartera(Cuenta="4300000007")], [(121, "OK")])
+        s.CrearPresupuesto("6290000000", "Otros")
+        s.ModificarPresupuesto("6290000000", 2, 5.5)
+        self.assertIn("5.5", s.Util_TextoToArray(s.Util_LeerDatos("PRESU", "CUENTA", "6290000000")))
+        bien = enlace.InmoClass()
+        bien.I01_Codigo_String_10, bien.I11_Valor_Inicial_Long_12 = "B1", 1200.0
+        s.CrearInmovilizado(bien)
+        self.assertEqual((s.LeerInmovilizado(), s.inmovilizado(1).I11_Valor_Inicial_Long_12), (1, 1200.0))
+        s.GUID(s.Número, "suyo")
+        self.assertEqual((s.GUID(s.Número), s.LeerAsientosGuid("suyo")), ("suyo", [s.Número]))
+
     def test_un_mes(self):
         ejemplo = os.path.join(os.environ["TARVOLINE_EJEMPLOS"], "mes.py")
         hecho = subprocess.run([sys.executable, ejemplo, self.nombre, "2"], capture_output=True, text=True)
