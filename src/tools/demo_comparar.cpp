@@ -75,6 +75,34 @@ std::optional<std::string> diferenciaDe(const std::vector<std::string>& una,
     return una.front() + ": " + enUnaLinea(una, lugar) + " / " + enUnaLinea(otra, lugar);
 }
 
+void compararFilas(const std::string& una, const std::string& otra, const std::string& que,
+                   Comparacion& hecha) {
+    std::istringstream unas(una), otras(otra);
+    std::string fila, suya;
+    while (std::getline(unas, fila)) {
+        if (!std::getline(otras, suya)) suya = "(nada)\r";
+        if (fila != suya) {
+            hecha.diferencia = que + ": " + fila + " / " + suya;
+            return;
+        }
+        ++hecha.filas;
+    }
+    if (std::getline(otras, suya)) hecha.diferencia = que + ": (nada) / " + suya;
+}
+
+void compararInmovilizado(Enlace& una, Enlace& otra, Comparacion& hecha) {
+    const auto cuantos = una.LeerInmovilizado();
+    const bool iguales = cuantos == otra.LeerInmovilizado();
+    for (std::int32_t i = 1; i <= cuantos && iguales && !hecha.diferencia; ++i) {
+        const auto uno = una.inmovilizado(i), otro = otra.inmovilizado(i);
+        const bool mismo = uno->I01_Codigo_String_10 == otro->I01_Codigo_String_10 &&
+                           uno->I13_Valor_Actual_Long_12 == otro->I13_Valor_Actual_Long_12;
+        if (!mismo) hecha.diferencia = "inmovilizado: " + uno->I01_Codigo_String_10;
+        ++hecha.filas;
+    }
+    if (!iguales) hecha.diferencia = "inmovilizado";
+}
+
 }  // namespace
 
 Comparacion compararLibros(Enlace& una, Enlace& otra) {
@@ -99,6 +127,11 @@ Comparacion compararLibros(Enlace& una, Enlace& otra) {
         }
         ++hecha.cuentas;
     }
+    for (const char* tabla : {"PLANC", "DATOS", "IVA01", "EFECT", "PRESU", "COSTO"}) {
+        compararFilas(una.Util_LeerDatos(tabla), otra.Util_LeerDatos(tabla), tabla, hecha);
+        if (hecha.diferencia) return hecha;
+    }
+    compararInmovilizado(una, otra, hecha);
     return hecha;
 }
 

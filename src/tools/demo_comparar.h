@@ -1,5 +1,5 @@
-// Two companies side by side, as the link reads them: every entry with all its lines, and the statement of
-// every account that they touch.
+// Two companies side by side, as the link reads them: every entry with all its lines, the statement of every
+// account that they touch, and the tables beside the journal row by row.
 #pragma once
 
 #include <optional>
@@ -10,8 +10,8 @@
 namespace tarvoline::tools {
 
 struct Comparacion {
-    int asientos = 0, apuntes = 0, cuentas = 0;  // that both have
-    std::optional<std::string> diferencia;       // the first one; nothing: they are equal
+    int asientos = 0, apuntes = 0, cuentas = 0, filas = 0;  // that both have
+    std::optional<std::string> diferencia;                  // the first one; nothing: they are equal
 };
 
 // Both have their company open.

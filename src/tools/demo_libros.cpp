@@ -44,6 +44,8 @@ std::string cuentaIva(bool venta, double tanto) {
 
 int LibrosDemo::contabilizar() {
     crearCuentas();
+    crearPresupuestos(enlace_, azar_);
+    crearInmovilizado(enlace_, encargo_.anio);
     apertura();
     int hechas = 0;
     for (mes_ = 1; mes_ <= meses; ++mes_) {
@@ -69,10 +71,12 @@ std::string LibrosDemo::crearCuenta(const std::string& patron, const std::string
 void LibrosDemo::crearCuentas() {
     for (int i = 0; i < std::max(2, encargo_.terceros); ++i) {
         const bool cliente = i % 2 == 0;
-        Tercero tercero{{}, cliente ? persona(azar_) : sociedad(azar_), nif(azar_)};
         auto& suyos = cliente ? clientes_ : proveedores_;
+        // The first one of each is on a cash basis.
+        Tercero tercero{{}, cliente ? persona(azar_) : sociedad(azar_), nif(azar_), suyos.empty()};
         tercero.cuenta = (cliente ? "430" : "400") + core::conCeros(static_cast<int>(suyos.size()) + 1, 7);
         crearCuenta(tercero.cuenta, tercero.nombre, tercero.nif);
+        crearDatos(enlace_, azar_, tercero);
         suyos.push_back(tercero);
     }
     banco_ = crearCuenta("5720000001", "Banco, cuenta corriente");
@@ -127,10 +131,15 @@ void LibrosDemo::factura(bool venta) {
                    tercero.nombre, tercero.nif, "", "", numero, "", 0, "");
     enlace_.AñadirCartera(vencimiento(), tercero.cuenta, venta ? "COBROS" : "PAGOS", concepto_, total);
     cerrarAsiento();
-    pendientes_.push_back({tercero, total, venta});
+    pendientes_.push_back({tercero, numero, enlace_.Número(), total, venta});
 }
 
 void LibrosDemo::liquidar(const Pendiente& pendiente) {
+    enlace_.MarcarCartera("PAG", "", "", "", pendiente.tercero.cuenta, pendiente.asiento);
+    if (pendiente.tercero.criterioCaja) {
+        liquidarDeCaja(pendiente);
+        return;
+    }
     abrirAsiento((pendiente.deCliente ? "Cobro de " : "Pago a ") + pendiente.tercero.nombre);
     if (pendiente.deCliente) {
         debe(banco_, pendiente.importe);
@@ -140,6 +149,28 @@ void LibrosDemo::liquidar(const Pendiente& pendiente) {
         haber(banco_, pendiente.importe);
     }
     cerrarAsiento();
+}
+
+// In two parts, the tax of each falling due with it.
+void LibrosDemo::liquidarDeCaja(const Pendiente& pendiente) {
+    const double mitad = centimos(pendiente.importe / 2);
+    for (const double parte : {mitad, centimos(pendiente.importe - mitad)}) {
+        if (parte == 0) continue;
+        link::CobroFactura cobro;
+        cobro.ClienteProveedor = pendiente.tercero.cuenta;
+        cobro.Factura = pendiente.factura;
+        cobro.Importe = std::to_string(parte);
+        cobro.CuentaContable = banco_;
+        cobro.Fecha = fecha();
+        cobro.MedioCobro = "1";
+        cobro.DescripcionMedioCobro = "Transferencia";
+        if (pendiente.deCliente) {
+            enlace_.CobroFacturaCriterioCaja(cobro);
+        } else {
+            enlace_.PagoFacturaCriterioCaja(cobro);
+        }
+        ++asientos_;
+    }
 }
 
 // The rent of the shops, divided among them, with what is kept back for the tax office.

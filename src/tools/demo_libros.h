@@ -1,5 +1,6 @@
 // A year of a small bakery's books, posted through the link: opening, sales and purchases with their VAT and
-// portfolio, collections and payments, the rent with its withholding, payroll, analytic lines for the shops.
+// portfolio, collections and payments (of one customer and one supplier on a cash basis), the rent with its
+// withholding, payroll, analytic lines for the shops; master data, budgets and fixed assets.
 #pragma once
 
 #include <deque>
@@ -8,6 +9,7 @@
 
 #include "tarvoline/enlace.h"
 #include "tools/demo_azar.h"
+#include "tools/demo_registros.h"
 
 namespace tarvoline::tools {
 
@@ -26,12 +28,11 @@ class LibrosDemo {
     int contabilizar();
 
   private:
-    struct Tercero {
-        std::string cuenta, nombre, nif;
-    };
+    using Tercero = PersonaDemo;
     // An invoice that has not been settled yet.
     struct Pendiente {
         Tercero tercero;
+        std::string factura, asiento;
         double importe = 0;
         bool deCliente = false;
     };
@@ -43,6 +44,7 @@ class LibrosDemo {
     void operacion();
     void factura(bool venta);
     void liquidar(const Pendiente& pendiente);
+    void liquidarDeCaja(const Pendiente& pendiente);
     void alquiler();
     void nomina();
 

@@ -50,6 +50,8 @@ class Taller {
     Taller(const Taller&) = delete;
     Taller& operator=(const Taller&) = delete;
 
+    // Where the persons go that companies share. A company that is opened later would note the folder down.
+    void ponerGlobales(const std::string& carpeta) { ajustes_.GrabarRegistro("GLOBAL_DIR", carpeta); }
     platform::SistemaArchivos& archivos() { return *archivos_; }
     link::Contexto& contexto() { return contexto_; }
 
@@ -115,6 +117,7 @@ void crearEmpresa(link::Enlace& enlace, const Encargo& encargo) {
     const std::string empresa = enlace.Empresa();
     enlace.AbrirEmpresa(empresa);
     enlace.Config("NivelesCosto", nivelesAnalitica);
+    enlace.Config("iva2", "4770000021,4720000021");
     enlace.AbrirEmpresa(empresa);
 }
 
@@ -125,6 +128,7 @@ void ejecutar(const Encargo& encargo) {
     tools::Azar azar(encargo.semilla);
     link::Enlace enlace(taller.contexto());
     crearEmpresa(enlace, encargo);
+    taller.ponerGlobales(carpeta);
     const int asientos =
         tools::LibrosDemo(enlace, azar, {encargo.anio, encargo.operaciones, encargo.terceros}).contabilizar();
     std::cout << "asientos: " << asientos << '\n';
@@ -144,8 +148,8 @@ int comparar(const std::string& una, const std::string& otra) {
     primera.AbrirEmpresa(core::rutaCompleta(una));
     segunda.AbrirEmpresa(rutaOtra);
     const auto hecha = tools::compararLibros(primera, segunda);
-    std::cout << hecha.asientos << " asientos, " << hecha.apuntes << " apuntes y " << hecha.cuentas
-              << " extractos iguales\n";
+    std::cout << hecha.asientos << " asientos, " << hecha.apuntes << " apuntes, " << hecha.cuentas
+              << " extractos y " << hecha.filas << " filas iguales\n";
     if (hecha.diferencia) std::cout << "distinto: " << *hecha.diferencia << '\n';
     return hecha.diferencia ? 1 : 0;
 }

@@ -115,9 +115,15 @@ TEST_F(Demo, UnaEmpresaEntera) {
         analiticas += enlace.ContadorAnalitica();
     }
     EXPECT_GT(asientos, 450);
-    EXPECT_EQ(ivas, 412);
+    EXPECT_EQ(ivas, 420) << "412 invoices, 8 collections and payments on a cash basis";
     EXPECT_EQ(carteras, 400);
     EXPECT_EQ(analiticas, 36);
+    EXPECT_EQ(enlace.LeerDatos(), 60);
+    EXPECT_EQ(enlace.EsCriterioCaja("4300000001") + enlace.EsCriterioCaja("4300000002"), "1");
+    EXPECT_EQ(enlace.LeerInmovilizado(), 3);
+    EXPECT_NE(enlace.Util_LeerDatos("PRESU", "CUENTA", "7000000000"), "");
+    mundo.ajustes.GrabarRegistro("GLOBAL_DIR", mundo.datos());
+    EXPECT_EQ(enlace.LeerDatosGlobales(), 60);
 }
 
 }  // namespace
