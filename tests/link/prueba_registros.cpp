@@ -2,8 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <regex>
-
 #include "apoyo/en_procesos.h"
 #include "apoyo_libros.h"
 #include "link/campos_registros.h"
@@ -17,6 +15,7 @@ using link::camposDe;
 using link::DatosGlobalClass;
 using link::InmoClass;
 using testing::ElementsAre;
+using testing::MatchesRegex;
 
 // Every field at its full width, no two alike. `anchos` by position, of texts.
 template <typename Registro>
@@ -224,9 +223,7 @@ TEST_F(Registros, IdentificadoresDeAsientos) {
     enlace.Número("000001");
     enlace.GUID("000001", "");
     const std::string nuevo = enlace.GUID("000001");
-    EXPECT_TRUE(std::regex_match(
-        nuevo, std::regex("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}")))
-        << nuevo;
+    EXPECT_THAT(nuevo, MatchesRegex("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}"));
     enlace.GUID("000002", "suyo");
     enlace.GUID("000003", "suyo");
     enlace.GUID("000001", "mío");
