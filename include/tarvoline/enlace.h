@@ -78,10 +78,18 @@ class TARVOLINE_PUBLICO Enlace {
     // "major.minor.revision" of the program.
     static std::string Version();
 
-    // Goes over to the accounting service at `ip`, for all that follows. Throws entradaRehusada with its
-    // answer.
+    // Goes over to the accounting service at `ip` ("https://books.example", "10.0.0.5:8080"), for all that
+    // follows; the company that was open is closed, and companies are names there. Throws entradaRehusada
+    // with the service's answer, noDisponible for a user who may not come this way. Failures of the line
+    // pass, here and behind, as exceptions with a text for the user. What the service does not offer throws
+    // noDisponible.
     void Login(std::string_view usuario, std::string_view password, std::string_view ip);
     bool ModoRemoto() const;
+    // Folder of companies at the service, "" that of the user; an administrator may choose another one. Throw
+    // soloEnRemoto, soloAdministradores.
+    const std::string& Carpeta() const;
+    void Carpeta(std::string_view carpeta);
+    std::vector<std::string> LeerCarpetas();
 
     // Full paths of the company files in the data directory, sorted by name, case ignored.
     const std::vector<std::string>& Empresas() const;

@@ -12,8 +12,6 @@ namespace tarvoline::link {
 
 namespace {
 
-constexpr const char* sinFuente = "";
-
 std::string dosCaracteresFinales(const std::string& texto) {
     const auto longitud = core::longitudTexto(texto);
     return longitud < 2 ? texto : core::Mid(texto, longitud - 1);
@@ -46,15 +44,6 @@ std::string Enlace::Version() {
     using namespace core::despliegue;
     return std::to_string(versionMayor) + "." + std::to_string(versionMenor) + "." +
            std::to_string(versionRevision);
-}
-
-void Enlace::Login(std::string_view, std::string_view, std::string_view) {
-    throw ErrorEnlace(error_enlace::entradaRehusada,
-                      "ERROR: Esta opción no está disponible con enlace a Veldorix Online", sinFuente);
-}
-
-bool Enlace::ModoRemoto() const {
-    return interior_->sesion.ModoRemoto;
 }
 
 const std::vector<std::string>& Enlace::Empresas() const {

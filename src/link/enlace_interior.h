@@ -4,15 +4,19 @@
 #include <utility>
 
 #include "link/operaciones_locales.h"
+#include "link/remoto/operaciones_remotas.h"
 #include "link/sesion.h"
 
 namespace tarvoline::link {
 
 struct Enlace::Interior {
     Interior(Contexto& contexto, OpcionesEnlace opciones)
-        : sesion{contexto.interior(), std::move(opciones)}, locales(sesion) {}
+        : sesion{contexto.interior(), std::move(opciones)}, locales(sesion), remotas(sesion) {}
 
-    Operaciones& operaciones() { return locales; }
+    Operaciones& operaciones() {
+        if (sesion.ModoRemoto) return remotas;
+        return locales;
+    }
     // For operations on company data: a company is open, and is the one in force.
     Operaciones& conEmpresa() {
         sesion.entrar();
@@ -22,6 +26,7 @@ struct Enlace::Interior {
 
     Sesion sesion;
     OperacionesLocales locales;
+    remoto::OperacionesRemotas remotas;
 };
 
 }  // namespace tarvoline::link

@@ -1,9 +1,8 @@
 #include "link/lectura_plan.h"
 
-#include <array>
-
 #include "core/texto.h"
 #include "data/filtro.h"
+#include "link/campos_plan.h"
 #include "link/posiciones.h"
 
 namespace tarvoline::link {
@@ -16,20 +15,6 @@ namespace datos = posicion::datos;
 constexpr int claveCuenta = 1, claveTitulo = 2;
 static_assert(planc::cuenta == datos::cuenta);  // one reader for accounts and their master data
 constexpr std::string_view marcada = "1";
-
-using Importe = double PlanClass::*;
-constexpr std::array<Importe, periodosPlan> camposDebe{
-    &PlanClass::DebeApertura,   &PlanClass::DebeEnero,          &PlanClass::DebeFebrero,
-    &PlanClass::DebeMarzo,      &PlanClass::DebeAbril,          &PlanClass::DebeMayo,
-    &PlanClass::DebeJunio,      &PlanClass::DebeJulio,          &PlanClass::DebeAgosto,
-    &PlanClass::DebeSeptiembre, &PlanClass::DebeOctubre,        &PlanClass::DebeNoviembre,
-    &PlanClass::DebeDiciembre,  &PlanClass::DebeRegularizacion, &PlanClass::DebeCierre};
-constexpr std::array<Importe, periodosPlan> camposHaber{
-    &PlanClass::HaberApertura,   &PlanClass::HaberEnero,          &PlanClass::HaberFebrero,
-    &PlanClass::HaberMarzo,      &PlanClass::HaberAbril,          &PlanClass::HaberMayo,
-    &PlanClass::HaberJunio,      &PlanClass::HaberJulio,          &PlanClass::HaberAgosto,
-    &PlanClass::HaberSeptiembre, &PlanClass::HaberOctubre,        &PlanClass::HaberNoviembre,
-    &PlanClass::HaberDiciembre,  &PlanClass::HaberRegularizacion, &PlanClass::HaberCierre};
 
 bool esPatron(std::string_view texto) {
     return texto.find_first_of("*?") != std::string_view::npos;
@@ -46,8 +31,7 @@ PlanClass planDe(const Fila& fila) {
     cuenta.Nivel = fila.texto(planc::nivel);
     for (std::size_t periodo = 0; periodo < periodosPlan; ++periodo) {
         const auto columna = static_cast<int>(periodo);
-        cuenta.coldebe[periodo].Importe = cuenta.*camposDebe[periodo] = fila.numero(planc::debe, columna);
-        cuenta.colhaber[periodo].Importe = cuenta.*camposHaber[periodo] = fila.numero(planc::haber, columna);
+        ponerPeriodo(cuenta, periodo, fila.numero(planc::debe, columna), fila.numero(planc::haber, columna));
     }
     cuenta.EsAnalitica = fila.texto(planc::analitica) == marcada;
     cuenta.NIF = fila.texto(planc::nif);

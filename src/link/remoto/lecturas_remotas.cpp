@@ -1,0 +1,263 @@
+// What is read through the service: searches on its tables, put into the collections of the session.
+#include <algorithm>
+#include <map>
+
+#include "core/texto.h"
+#include "data/codec.h"
+#include "data/utilidades.h"
+#include "link/fechas_enlace.h"
+#include "link/remoto/filas_remotas.h"
+#include "link/remoto/lector_asientos.h"
+#include "link/remoto/operaciones_remotas.h"
+
+namespace tarvoline::link::remoto {
+
+namespace {
+
+constexpr int decimales = 2;
+
+bool esPatron(std::string_view texto) {
+    return texto.find_first_of("*?") != std::string_view::npos;
+}
+
+// A filter of conditions joined by " AND "; those without a value are left out.
+class FiltroTexto {
+  public:
+    FiltroTexto& con(std::string_view columnaYOperador, std::string_view valor) {
+        if (valor.empty()) return *this;
+        if (!texto_.empty()) texto_ += " AND ";
+        texto_.append(columnaYOperador).append(valor);
+        return *this;
+    }
+    // Equality, or likeness where the value is a pattern.
+    FiltroTexto& como(const std::string& columna, std::string_view valor) {
+        return con(columna + (esPatron(valor) ? " LIKE " : "="), valor);
+    }
+    const std::string& texto() const { return texto_; }
+
+  private:
+    std::string texto_;
+};
+
+std::string numero(double valor) {
+    std::string texto;
+    data::ponerTextoDeNumero(valor, texto);
+    return texto;
+}
+
+const char* archivoDe(TablaPlan plan) {
+    switch (plan) {
+        case TablaPlan::analitica:
+            return "Costo";
+        case TablaPlan::alterna:
+            return "PLANA";
+        default:
+            return "PLANC";
+    }
+}
+
+// Lines of statements in their order: account, day, and within a day as they were stored.
+std::vector<std::size_t> ordenDeExtracto(const std::vector<std::pair<std::string, std::string>>& lugares) {
+    std::vector<std::size_t> orden(lugares.size());
+    for (std::size_t i = 0; i < orden.size(); ++i)
+        orden[i] = i;
+    std::ranges::stable_sort(orden, [&](std::size_t a, std::size_t b) { return lugares[a] < lugares[b]; });
+    return orden;
+}
+
+}  // namespace
+
+bool OperacionesRemotas::buscarLineas(const std::string& filtro) {
+    auto& extracto = sesion_.resultados.extracto;
+    extracto.vaciar();
+    const TablaRespuesta tabla(cliente_.buscar("EXTRA", filtro));
+    for (std::size_t i = 0; i < tabla.filas(); ++i)
+        extracto.anadir(lineaDe(sesion_, tabla, i));
+    return !extracto.vacia();
+}
+
+bool OperacionesRemotas::BuscarReferencia(std::string_view referencia, bool /*ignorarMayusculas*/) {
+    return buscarLineas("REFERENCIA LIKE *" + std::string(referencia) + "*");
+}
+
+bool OperacionesRemotas::BuscarDescripcion(std::string_view descripcion, bool /*ignorarMayusculas*/) {
+    return buscarLineas("DESCRIPCION LIKE *" + std::string(descripcion) + "*");
+}
+
+bool OperacionesRemotas::BuscarImporte(double importe) {
+    return buscarLineas("ABS(IMPORTE)= " + numero(importe));
+}
+
+std::int32_t OperacionesRemotas::ExisteReferencia(std::string_view referencia) {
+    return static_cast<std::int32_t>(
+        TablaRespuesta(cliente_.buscar("EXTRA", "REFERENCIA=" + std::string(referencia))).filas());
+}
+
+std::int32_t OperacionesRemotas::ExisteIva(std::string_view factura) {
+    return static_cast<std::int32_t>(
+        TablaRespuesta(cliente_.buscar("IVA01", "FACTURA No. = " + std::string(factura))).filas());
+}
+
+void OperacionesRemotas::LeerExtracto(std::string_view cuenta, std::string_view desde, std::string_view hasta,
+                                      int archivo) {
+    constexpr int analitico = 10;
+    sesion_.resultados.extracto.vaciar();
+    if (core::Recortar(cuenta).empty()) return;
+    if (archivo == analitico) noDisponibleEnRemoto();
+    extractoDe("EXTRA", std::string(cuenta), desde, hasta);
+}
+
+// What lies before the first day counts in the balance.
+void OperacionesRemotas::extractoDe(const std::string& archivo, const std::string& cuenta,
+                                    std::string_view desde, std::string_view hasta) {
+    std::map<std::string, double> saldos;
+    if (!desde.empty()) {
+        const TablaRespuesta antes(cliente_.buscar(
+            archivo, FiltroTexto().como("CUENTA", cuenta).con("FECHA<", fechaNormal(desde)).texto()));
+        for (std::size_t i = 0; i < antes.filas(); ++i)
+            saldos[antes.texto(i, "CUENTA")] += antes.numero(i, "IMPORTE");
+    }
+    const TablaRespuesta tabla(cliente_.buscar(archivo, FiltroTexto()
+                                                            .como("CUENTA", cuenta)
+                                                            .con("FECHA=>", fechaNormal(desde))
+                                                            .con("FECHA<=", fechaNormal(hasta))
+                                                            .texto()));
+    std::vector<std::pair<std::string, std::string>> lugares;
+    for (std::size_t i = 0; i < tabla.filas(); ++i) {
+        lugares.emplace_back(tabla.texto(i, "CUENTA"),
+                             fechaDeTexto(sesion_, fechaDeRespuesta(sesion_, tabla.texto(i, "FECHA"))));
+    }
+    for (const std::size_t fila : ordenDeExtracto(lugares)) {
+        ExtractoClass linea = lineaDe(sesion_, tabla, fila);
+        double& saldo = saldos[linea.Cuenta];
+        saldo = data::Redondear(saldo + linea.Importe, decimales);
+        linea.Saldo = saldo;
+        sesion_.resultados.extracto.anadir(std::move(linea));
+    }
+}
+
+// The balance of this form begins with 0.
+std::string OperacionesRemotas::LeerExtractoEx(std::string_view cuenta, std::string_view desde,
+                                               std::string_view hasta) {
+    if (core::Recortar(cuenta).empty()) return {};
+    const auto suyo = std::exchange(sesion_.resultados.extracto, {});
+    extractoDe("EXTRA", std::string(cuenta), desde, hasta);
+    const auto lineas = std::exchange(sesion_.resultados.extracto, suyo);
+    const auto celda = [](std::string texto) {
+        std::ranges::replace_if(
+            texto, [](unsigned char c) { return c < ' '; }, ' ');
+        return texto + "\t";
+    };
+    std::string texto;
+    double saldo = 0;
+    for (const auto& linea : lineas) {
+        saldo = data::Redondear(saldo + linea->Importe, decimales);
+        texto += celda(linea->Cuenta) + celda(linea->Fecha) + celda(linea->Asiento) +
+                 celda(linea->Descripción) + numero(linea->Debe) + "\t" + numero(linea->Haber) + "\t" +
+                 numero(saldo) + "\t" + celda(linea->Punteo == 0 ? "" : std::to_string(linea->Punteo)) +
+                 celda(linea->Diario) + celda(linea->Canal) + celda(linea->Referencia);
+        texto.pop_back();
+        texto += "\r\n";
+    }
+    return texto;
+}
+
+// --- Charts and master data
+// ---------------------------------------------------------------------------------------
+
+void OperacionesRemotas::leerPlan(const char* archivo, const std::string& filtro, bool porTitulo) {
+    const TablaRespuesta tabla(cliente_.buscar(archivo, filtro));
+    std::vector<PlanClass> cuentas;
+    for (std::size_t i = 0; i < tabla.filas(); ++i)
+        cuentas.push_back(planDe(tabla, i));
+    if (porTitulo) {
+        std::ranges::stable_sort(cuentas, {}, [](const PlanClass& una) {
+            return std::make_pair(core::aAnsi(una.titulo).bytes(), una.Cuenta);
+        });
+    }
+    for (PlanClass& una : cuentas)
+        sesion_.resultados.plan.anadir(std::move(una));
+}
+
+bool OperacionesRemotas::LeerPlan(std::string_view cuenta, std::string_view nivel, std::string_view titulo) {
+    sesion_.resultados.plan.vaciar();
+    const std::string pedida(cuenta.empty() ? "?" : cuenta);
+    for (const auto& una : core::Partir(pedida, ",")) {
+        const std::string codigo = core::Recortar(una);
+        leerPlan("PLANC",
+                 FiltroTexto().como("CUENTA", codigo).con("NIVEL=", nivel).como("TITULO", titulo).texto(),
+                 esPatron(codigo) && !titulo.empty());
+    }
+    return !sesion_.resultados.plan.vacia();
+}
+
+// A neighbour is the first, or the last, of all that lie on that side.
+std::int32_t OperacionesRemotas::LeerPlanEx(const PeticionPlan& peticion) {
+    using Vecina = PeticionPlan::Vecina;
+    auto& plan = sesion_.resultados.plan;
+    plan.vaciar();
+    FiltroTexto filtro;
+    if (peticion.vecina != Vecina::ninguna) {
+        filtro.con(peticion.vecina == Vecina::siguiente ? "CUENTA>" : "CUENTA<", peticion.Cuenta);
+    } else if (!peticion.HastaCuenta.empty()) {
+        filtro.con("CUENTA>=", peticion.Cuenta).con("CUENTA<=", peticion.HastaCuenta);
+    } else {
+        filtro.como("CUENTA", peticion.Cuenta);
+    }
+    filtro.con("NIVEL=", peticion.Nivel).como("TITULO", peticion.titulo);
+    const bool porTitulo = peticion.vecina == Vecina::ninguna && peticion.HastaCuenta.empty() &&
+                           !peticion.titulo.empty() && (peticion.Cuenta.empty() || esPatron(peticion.Cuenta));
+    leerPlan(archivoDe(peticion.plan), filtro.texto(), porTitulo);
+    if (peticion.vecina != Vecina::ninguna && !plan.vacia()) {
+        const auto una = plan(peticion.vecina == Vecina::siguiente ? 1 : plan.contar());
+        plan.vaciar();
+        plan.anadir(*una);
+    }
+    return plan.contar();
+}
+
+std::int32_t OperacionesRemotas::LeerDatos(std::string_view cuenta, std::string_view titulo) {
+    auto& maestros = sesion_.resultados.datos;
+    maestros.vaciar();
+    const std::string nombre = titulo.empty() ? std::string() : "*" + std::string(titulo) + "*";
+    const TablaRespuesta tabla(
+        cliente_.buscar("DATOS", FiltroTexto().como("CUENTA", cuenta).con("NOMBRE LIKE ", nombre).texto()));
+    std::vector<DatosClass> filas;
+    for (std::size_t i = 0; i < tabla.filas(); ++i)
+        filas.push_back(datosDe(tabla, i));
+    const bool porNombre = !titulo.empty() && (cuenta.empty() || esPatron(cuenta));
+    std::ranges::stable_sort(filas, {}, [&](const DatosClass& uno) {
+        return std::make_pair(porNombre ? core::aAnsi(uno.titulo).bytes() : std::string(), uno.Cuenta);
+    });
+    for (DatosClass& uno : filas)
+        maestros.anadir(std::move(uno));
+    return maestros.contar();
+}
+
+std::string OperacionesRemotas::EsCriterioCaja(std::string_view /*cuenta*/) {
+    noDisponibleEnRemoto();
+}
+
+// Rows with a date of collection have been collected; the others are the invoice.
+double OperacionesRemotas::TotalPendiente(std::string_view cliente, std::string_view factura,
+                                          std::string_view fechaFactura) {
+    const TablaRespuesta tabla(cliente_.buscar(
+        "IVA01", FiltroTexto()
+                     .con("CLIENTE/PROVEEDOR = ", cliente)
+                     .con("factura No. = ", factura)
+                     .con("FECHA FACTURA  =", fechaNormal(fechaDeTexto(sesion_, fechaFactura)))
+                     .texto()));
+    if (tabla.filas() == 0) {
+        throw ErrorEnlace(error_enlace::facturaNoExiste, "No existe la factura " + std::string(factura) +
+                                                             " para el cliente/proveedor " +
+                                                             std::string(cliente));
+    }
+    double pendiente = 0;
+    for (std::size_t i = 0; i < tabla.filas(); ++i) {
+        const bool cobro = !fechaDeRespuesta(sesion_, tabla.texto(i, "FECHA COBRO/PAGO")).empty();
+        pendiente += (cobro ? -1 : 1) * tabla.numero(i, "LIQUIDO");
+    }
+    return data::Redondear(pendiente, decimales);
+}
+
+}  // namespace tarvoline::link::remoto
