@@ -40,6 +40,8 @@
 
 namespace tarvoline::link {
 
+class Mostrador;
+
 struct PreguntaClave {
     std::string titulo{};   // "Clave"
     std::string empresa{};  // name of the company's file
@@ -450,6 +452,7 @@ class TARVOLINE_PUBLICO Enlace {
     std::shared_ptr<InmoClass> inmovilizado(std::int32_t index) const;
 
   private:
+    friend class Mostrador;  // of the program's own service
     struct Interior;
     std::unique_ptr<Interior> interior_;
 };

@@ -75,6 +75,8 @@ class TablaCursor {
     std::string LeerCampo(int posicion, int indice = 0);
     double LeerNumero(int posicion, int indice = 0);
     std::string LeerCampoPorNombre(std::string_view columna);
+    // Of the table, good until the cursor is closed.
+    const DefinicionTabla& definicion();
 
     // A change begins with Nuevo (all fields blank) or Editar (the current row as it is now), goes on in the
     // buffer with EscribirCampo, and is stored by Actualizar; any move gives it up.

@@ -82,6 +82,11 @@ std::string TablaCursor::LeerCampoPorNombre(std::string_view columna) {
     return textoDe(campo);
 }
 
+const DefinicionTabla& TablaCursor::definicion() {
+    asegurarAbierta();
+    return tablas_.definicion(ranura_);
+}
+
 void TablaCursor::Nuevo() {
     asegurarAbierta();
     blanquearCampos(tablas_.definicion(ranura_), campos_);

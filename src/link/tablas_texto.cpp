@@ -75,7 +75,6 @@ std::string TablasTexto::Util_LeerCampos(std::string_view tabla) {
 
 std::string TablasTexto::Util_LeerDatos(std::string_view tabla, std::string_view campo,
                                         std::string_view valor, std::string_view filtro) {
-    const auto campos = definicion(tabla);
     const std::string ruta = data::rutaDeTabla(sesion_.contexto.datos, core::Recortar(tabla));
     // A table that the company does not have is not made by looking at it.
     if (!sesion_.contexto.datos.archivos.estado(ruta))
@@ -88,11 +87,12 @@ std::string TablasTexto::Util_LeerDatos(std::string_view tabla, std::string_view
     } else {
         cursor.Filtrar({{columna, data::Operador::igual, std::string(valor)}});
     }
+    const data::DefinicionTabla& campos = cursor.definicion();
     std::string texto;
     for (cursor.Primero(); !cursor.FinDeTabla(); cursor.Siguiente()) {
-        for (int numero = 1; numero <= campos->gNumeroCampos; ++numero) {
+        for (int numero = 1; numero <= campos.gNumeroCampos; ++numero) {
             if (numero > 1) texto.append("\t");
-            texto.append(celda(cursor.LeerCampoPorNombre(campos->campo(numero).nombre)));
+            texto.append(celda(cursor.LeerCampo(campos.campo(numero).posicion)));
         }
         texto.append(finLinea);
     }

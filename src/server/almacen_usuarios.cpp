@@ -39,6 +39,13 @@ void comprobarClave(std::string_view clave) {
     if (!valida) throw ErrorServidor("clave: ha de tener entre 1 y 40 letras sin acento y cifras");
 }
 
+const std::string tipoNuevo = "01";
+
+void comprobarTipo(const std::string& tipo) {
+    const bool valido = tipo.empty() || tipo == "00" || tipo == "01" || tipo == "02";
+    if (!valido) throw ErrorServidor("tipo: ha de ser 00, 01 o 02");
+}
+
 }  // namespace
 
 struct AlmacenUsuarios::Foto {
@@ -72,20 +79,23 @@ std::shared_ptr<const AlmacenUsuarios::Foto> AlmacenUsuarios::foto() {
 std::shared_ptr<const AlmacenUsuarios::Foto> AlmacenUsuarios::leer(std::int64_t version) {
     auto nueva = std::make_shared<Foto>();
     nueva->version = version;
-    base_.consultar("SELECT id, usuario, clave, cuenta, etiqueta, activo FROM usuarios ORDER BY id",
-                    [&](const BaseDatos::Fila& fila) {
-                        auto usuario = std::make_shared<Usuario>();
-                        usuario->id = fila.entero(0);
-                        usuario->usuario = fila.texto(1);
-                        usuario->clave = cifrado_.abrir(fila.texto(2), usuario->usuario);
-                        usuario->cuenta = fila.texto(3);
-                        usuario->etiqueta = fila.texto(4);
-                        usuario->activo = fila.entero(5) != 0;
-                        nueva->todos[usuario->usuario] = usuario;
-                        if (!usuario->activo) return;
-                        nueva->porCarpeta[usuario->carpetaRaiz()] = usuario;
-                        if (!usuario->cuenta.empty()) nueva->porCuenta[usuario->cuenta].push_back(usuario);
-                    });
+    base_.consultar(
+        "SELECT id, usuarios.usuario, clave, cuenta, etiqueta, activo, coalesce(tipo, '01') "
+        "FROM usuarios LEFT JOIN tipos_usuario ON tipos_usuario.usuario = id ORDER BY id",
+        [&](const BaseDatos::Fila& fila) {
+            auto usuario = std::make_shared<Usuario>();
+            usuario->id = fila.entero(0);
+            usuario->usuario = fila.texto(1);
+            usuario->clave = cifrado_.abrir(fila.texto(2), usuario->usuario);
+            usuario->cuenta = fila.texto(3);
+            usuario->etiqueta = fila.texto(4);
+            usuario->activo = fila.entero(5) != 0;
+            usuario->tipo = fila.texto(6);
+            nueva->todos[usuario->usuario] = usuario;
+            if (!usuario->activo) return;
+            nueva->porCarpeta[usuario->carpetaRaiz()] = usuario;
+            if (!usuario->cuenta.empty()) nueva->porCuenta[usuario->cuenta].push_back(usuario);
+        });
     base_.consultar("SELECT codigo, gb FROM cuentas",
                     [&](const BaseDatos::Fila& fila) { nueva->capacidades[fila.texto(0)] = fila.entero(1); });
     return nueva;
@@ -138,11 +148,19 @@ void AlmacenUsuarios::fijarCapacidad(const std::string& codigo, std::optional<st
     if (gb) base_.ejecutar("UPDATE cuentas SET gb = ? WHERE codigo = ?", *gb, codigo);
 }
 
+void AlmacenUsuarios::fijarTipo(const std::string& usuario, const std::string& tipo) {
+    base_.ejecutar(
+        "INSERT OR REPLACE INTO tipos_usuario (usuario, tipo) SELECT id, ? FROM usuarios "
+        "WHERE usuario = ?",
+        tipo, usuario);
+}
+
 void AlmacenUsuarios::alta(const DatosAlta& datos) {
     comprobarCampo("usuario", datos.usuario, true);
     comprobarCampo("cuenta", datos.cuenta, false);
     comprobarCampo("etiqueta", datos.etiqueta, false);
     comprobarClave(datos.clave);
+    comprobarTipo(datos.tipo);
     if (buscar(datos.usuario)) throw ErrorServidor("ya existe el usuario " + datos.usuario);
 
     const std::string cuenta = core::Mayusculas(datos.cuenta);
@@ -150,11 +168,11 @@ void AlmacenUsuarios::alta(const DatosAlta& datos) {
     base_.enTransaccion([&] {
         fijarCapacidad(cuenta, datos.gb);
         base_.ejecutar(
-            "INSERT INTO usuarios (usuario, clave, cuenta, etiqueta) VALUES (?, ?, ?, ?) ON CONFLICT "
-            "(usuario) "
-            "DO UPDATE SET clave = excluded.clave, cuenta = excluded.cuenta, etiqueta = excluded.etiqueta, "
-            "activo = 1",
+            "INSERT INTO usuarios (usuario, clave, cuenta, etiqueta) VALUES (?, ?, ?, ?) "
+            "ON CONFLICT (usuario) DO UPDATE SET clave = excluded.clave, cuenta = excluded.cuenta, "
+            "etiqueta = excluded.etiqueta, activo = 1",
             datos.usuario, sellada, cuenta, datos.etiqueta);
+        fijarTipo(datos.usuario, datos.tipo.empty() ? tipoNuevo : datos.tipo);
     });
     olvidar();
 }
@@ -165,6 +183,7 @@ void AlmacenUsuarios::modificar(const DatosAlta& datos) {
     comprobarCampo("cuenta", datos.cuenta, false);
     comprobarCampo("etiqueta", datos.etiqueta, false);
     if (!datos.clave.empty()) comprobarClave(datos.clave);
+    comprobarTipo(datos.tipo);
 
     const std::string cuenta = datos.cuenta.empty() ? antes->cuenta : core::Mayusculas(datos.cuenta);
     const std::string sellada =
@@ -173,6 +192,7 @@ void AlmacenUsuarios::modificar(const DatosAlta& datos) {
         fijarCapacidad(cuenta, datos.gb);
         base_.ejecutar("UPDATE usuarios SET clave = ?, cuenta = ?, etiqueta = ? WHERE id = ?", sellada,
                        cuenta, datos.etiqueta.empty() ? antes->etiqueta : datos.etiqueta, antes->id);
+        if (!datos.tipo.empty()) fijarTipo(datos.usuario, datos.tipo);
     });
     olvidar();
 }

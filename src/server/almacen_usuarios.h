@@ -25,6 +25,9 @@ struct Usuario {
     std::string cuenta;   // account code, upper case; empty when he has none
     std::string etiqueta;
     bool activo = true;
+    // What he is to the accounting link: "00" administrator of the books of his account, "01" only of his
+    // own, "02" none.
+    std::string tipo = "01";
 
     // "U" and seven digits: the name of his root folder, as clients and the disk know it.
     std::string carpetaRaiz() const;
@@ -33,7 +36,8 @@ using UsuarioLeido = std::shared_ptr<const Usuario>;  // null = there is none
 
 struct DatosAlta {
     std::string usuario, clave, cuenta, etiqueta;
-    std::optional<std::int64_t> gb;  // contracted by the account; nothing leaves it as it is
+    std::optional<std::int64_t> gb{};  // contracted by the account; nothing leaves it as it is
+    std::string tipo{};                // "00", "01", "02"; "" leaves it as it is, "01" for a new user
 };
 
 class AlmacenUsuarios {
@@ -64,6 +68,7 @@ class AlmacenUsuarios {
     std::shared_ptr<const Foto> foto();
     std::shared_ptr<const Foto> leer(std::int64_t version);
     void fijarCapacidad(const std::string& codigo, std::optional<std::int64_t> gb);
+    void fijarTipo(const std::string& usuario, const std::string& tipo);
     void olvidar();
 
     BaseDatos& base_;

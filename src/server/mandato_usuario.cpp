@@ -29,7 +29,8 @@ void listar(AlmacenUsuarios& usuarios) {
 void ejecutar(const MandatoUsuario& mandato, platform::SistemaArchivos& archivos) {
     Deposito deposito(archivos, mandato.raiz);
     AlmacenUsuarios& usuarios = deposito.usuarios();
-    DatosAlta datos{mandato.alta, leerClave(mandato.clave), mandato.cuenta, mandato.etiqueta, mandato.gb};
+    DatosAlta datos{mandato.alta, leerClave(mandato.clave), mandato.cuenta, mandato.etiqueta, mandato.gb,
+                    mandato.tipo};
     if (!mandato.alta.empty()) {
         usuarios.alta(datos);
         std::cout << "alta de " << mandato.alta << '\n';

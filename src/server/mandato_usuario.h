@@ -13,7 +13,7 @@ struct MandatoUsuario {
     std::string alta, modificar, baja;  // at most one of these names a user
     bool listar = false;
     std::string clave;  // "-" reads one line of standard input, so that it shows in no list of processes
-    std::string cuenta, etiqueta;
+    std::string cuenta, etiqueta, tipo;
     std::optional<std::int64_t> gb;
 };
 

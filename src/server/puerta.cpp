@@ -9,7 +9,8 @@
 namespace tarvoline::server {
 namespace {
 
-constexpr const char* direcciones = "/(?:qzback|qzbackup)/service\\.asmx";
+constexpr const char* direccionesCopias = "/(?:qzback|qzbackup)/service\\.asmx";
+constexpr const char* direccionesEnlace = "/vxenlace\\.asmx";
 constexpr const char* tipoXml = "text/xml; charset=utf-8";
 
 // The host that the client says it asked, if it looks like one: it is written into the contract.
@@ -44,45 +45,59 @@ void darXml(httplib::Response& respuesta, int estado, std::string xml) {
 
 }  // namespace
 
-Puerta::Puerta(Operaciones& operaciones, core::Registro& registro)
-    : operaciones_(operaciones), registro_(registro), contrato_(contratoCopias()) {}
+Puerta::Puerta(Operaciones& operaciones, OperacionesEnlace& enlace, core::Registro& registro)
+    : registro_(registro),
+      ventanillas_{Ventanilla{direccionesCopias, "Servicio de copias de Tarvoline", contratoCopias(),
+                              [&operaciones](soap::PeticionSoap& peticion, const std::string& direccion) {
+                                  return operaciones.llamar(peticion, direccion);
+                              }},
+                   Ventanilla{direccionesEnlace, "Enlace contable de Tarvoline", contratoEnlace(),
+                              [&enlace](const soap::PeticionSoap& peticion, const std::string& direccion) {
+                                  return enlace.llamar(peticion, direccion);
+                              }}} {}
 
 void Puerta::montarLlamadas(httplib::Server& servidor, const std::string& esquema) {
-    servidor.Get(direcciones,
-                 [this, esquema](const httplib::Request& peticion, httplib::Response& respuesta) {
-                     darContrato(peticion, respuesta, esquema + "://" + anfitrion(peticion));
-                 });
-    servidor.Post(direcciones, [this](const httplib::Request& peticion, httplib::Response& respuesta) {
-        atender(peticion, respuesta);
-    });
+    for (const Ventanilla& una : ventanillas_) {
+        servidor.Get(una.direcciones,
+                     [&una, esquema](const httplib::Request& peticion, httplib::Response& respuesta) {
+                         darContrato(una, peticion, respuesta, esquema + "://" + anfitrion(peticion));
+                     });
+        servidor.Post(una.direcciones,
+                      [this, &una](const httplib::Request& peticion, httplib::Response& respuesta) {
+                          atender(una, peticion, respuesta);
+                      });
+    }
 }
 
 void Puerta::montarSoloContrato(httplib::Server& servidor, int puertoTls) {
-    servidor.Get(
-        direcciones, [this, puertoTls](const httplib::Request& peticion, httplib::Response& respuesta) {
-            darContrato(peticion, respuesta,
+    for (const Ventanilla& una : ventanillas_) {
+        servidor.Get(una.direcciones, [&una, puertoTls](const httplib::Request& peticion,
+                                                        httplib::Response& respuesta) {
+            darContrato(una, peticion, respuesta,
                         "https://" + sinPuerto(anfitrion(peticion)) + ":" + std::to_string(puertoTls));
         });
-    servidor.Post(direcciones, [](const httplib::Request&, httplib::Response& respuesta) {
-        darXml(respuesta, 500, soap::EscribirFallo("Client", "Las llamadas se hacen por https"));
-    });
+        servidor.Post(una.direcciones, [](const httplib::Request&, httplib::Response& respuesta) {
+            darXml(respuesta, 500, soap::EscribirFallo("Client", "Las llamadas se hacen por https"));
+        });
+    }
 }
 
-void Puerta::darContrato(const httplib::Request& peticion, httplib::Response& respuesta,
-                         const std::string& base) {
+void Puerta::darContrato(const Ventanilla& ventanilla, const httplib::Request& peticion,
+                         httplib::Response& respuesta, const std::string& base) {
     if (pideContrato(peticion)) {
-        darXml(respuesta, 200, soap::EscribirWsdl(contrato_, base + peticion.path));
+        darXml(respuesta, 200, soap::EscribirWsdl(ventanilla.contrato, base + peticion.path));
         return;
     }
-    respuesta.set_content("Servicio de copias de Tarvoline. El contrato: " + base + peticion.path + "?wsdl\n",
+    respuesta.set_content(ventanilla.saludo + ". El contrato: " + base + peticion.path + "?wsdl\n",
                           "text/plain; charset=utf-8");
 }
 
-void Puerta::atender(const httplib::Request& peticion, httplib::Response& respuesta) {
+void Puerta::atender(const Ventanilla& ventanilla, const httplib::Request& peticion,
+                     httplib::Response& respuesta) const {
     try {
-        soap::PeticionSoap llamada = soap::LeerPeticion(contrato_, peticion.body);
-        const std::string resultado = operaciones_.llamar(llamada, peticion.remote_addr);
-        darXml(respuesta, 200, soap::EscribirRespuesta(contrato_, llamada, resultado));
+        soap::PeticionSoap llamada = soap::LeerPeticion(ventanilla.contrato, peticion.body);
+        const std::string resultado = ventanilla.llamar(llamada, peticion.remote_addr);
+        darXml(respuesta, 200, soap::EscribirRespuesta(ventanilla.contrato, llamada, resultado));
     } catch (const soap::ErrorServicio& error) {
         registro_.aviso("petición que no se entiende desde " + peticion.remote_addr + ": " + error.what());
         darXml(respuesta, 500, soap::EscribirFallo("Client", error.what()));

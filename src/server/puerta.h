@@ -1,10 +1,14 @@
-// The door between HTTP and the operations: the two addresses, the WSDL, requests in, replies and faults out.
+// The door between HTTP and the operations: the addresses of the copies and of the accounting link, their
+// WSDLs, requests in, replies and faults out.
 #pragma once
 
+#include <array>
+#include <functional>
 #include <string>
 
 #include "core/registro.h"
 #include "server/conexiones.h"
+#include "server/enlace_operaciones.h"
 #include "server/operaciones.h"
 #include "soap/servidor.h"
 
@@ -12,7 +16,7 @@ namespace tarvoline::server {
 
 class Puerta {
   public:
-    Puerta(Operaciones& operaciones, core::Registro& registro);
+    Puerta(Operaciones& operaciones, OperacionesEnlace& enlace, core::Registro& registro);
 
     // GET ...?wsdl gives the contract, with the host that the client asked as its address; POST calls.
     void montarLlamadas(httplib::Server& servidor, const std::string& esquema);
@@ -20,12 +24,20 @@ class Puerta {
     void montarSoloContrato(httplib::Server& servidor, int puertoTls);
 
   private:
-    void darContrato(const httplib::Request& peticion, httplib::Response& respuesta, const std::string& base);
-    void atender(const httplib::Request& peticion, httplib::Response& respuesta);
+    // What stands behind an address.
+    struct Ventanilla {
+        const char* direcciones;  // a regular expression
+        std::string saludo;       // of a call without "?wsdl"
+        soap::Contrato contrato;
+        std::function<std::string(soap::PeticionSoap&, const std::string& direccion)> llamar;
+    };
+    static void darContrato(const Ventanilla& ventanilla, const httplib::Request& peticion,
+                            httplib::Response& respuesta, const std::string& base);
+    void atender(const Ventanilla& ventanilla, const httplib::Request& peticion,
+                 httplib::Response& respuesta) const;
 
-    Operaciones& operaciones_;
     core::Registro& registro_;
-    soap::Contrato contrato_;
+    std::array<Ventanilla, 2> ventanillas_;
 };
 
 }  // namespace tarvoline::server

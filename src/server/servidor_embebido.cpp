@@ -19,6 +19,12 @@ namespace {
 
 constexpr std::chrono::seconds entreRondas{5};
 
+// Opening a company moves the process, so a root that was given from the current folder is made whole first.
+OpcionesServicio conRaizEntera(OpcionesServicio opciones, platform::SistemaArchivos& archivos) {
+    opciones.raiz = archivos.resolver(opciones.raiz);
+    return opciones;
+}
+
 std::unique_ptr<platform::Archivo> ocuparRaiz(platform::SistemaArchivos& archivos, const std::string& raiz) {
     archivos.crearDirectorios(raiz, 0700);
     auto cerrojo = archivos.abrir(raiz + "/servicio.lock", platform::Apertura::crear,
@@ -77,14 +83,15 @@ class ServidorEmbebido::Interior {
   public:
     Interior(OpcionesServicio opciones, platform::SistemaArchivos& archivos, const platform::Reloj& reloj,
              core::Registro& registro)
-        : opciones_(std::move(opciones)),
+        : opciones_(conRaizEntera(std::move(opciones), archivos)),
           registro_(registro),
           cerrojoRaiz_(ocuparRaiz(archivos, opciones_.raiz)),
           deposito_(archivos, opciones_.raiz),
           archivos_(archivos, deposito_.base(), registro, opciones_.raiz + "/datos"),
           historial_(deposito_.base(), reloj),
           operaciones_(deposito_.usuarios(), archivos_, historial_, reloj, registro),
-          puerta_(operaciones_, registro) {
+          enlace_(deposito_.usuarios(), archivos, opciones_.raiz, reloj, registro),
+          puerta_(operaciones_, enlace_, registro) {
         comprobarOpciones();
         if (opciones_.conTls()) tls_.emplace(opciones_.certificado, opciones_.claveCertificado);
     }
@@ -108,6 +115,7 @@ class ServidorEmbebido::Interior {
     AlmacenArchivos archivos_;
     Historial historial_;
     Operaciones operaciones_;
+    OperacionesEnlace enlace_;
     Puerta puerta_;
     std::optional<ContextoTls> tls_;
     std::optional<Escucha> llana_;

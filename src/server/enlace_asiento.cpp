@@ -1,0 +1,177 @@
+#include "server/enlace_asiento.h"
+
+#include <pugixml.hpp>
+#include <sstream>
+
+#include "core/texto.h"
+#include "data/codec.h"
+
+namespace tarvoline::server {
+
+namespace {
+
+using link::Enlace;
+
+std::string atributo(pugi::xml_node fila, const char* nombre) {
+    return textoDeForma(fila.attribute(nombre).value());
+}
+
+double importe(pugi::xml_node fila, const char* nombre) {
+    return core::Val(atributo(fila, nombre));
+}
+
+std::string numero(double valor) {
+    std::string texto;
+    data::ponerTextoDeNumero(valor, texto);
+    return texto;
+}
+
+// The document does not say which register an invoice stands in: its tax account tells.
+std::string serieDe(pugi::xml_node fila) {
+    const std::string dada = atributo(fila, "SRTC");
+    if (!dada.empty()) return dada;
+    constexpr std::string_view soportado = "472";
+    return core::empiezaPor(atributo(fila, "CTA_IVA"), soportado) ? "S" : "R";
+}
+
+void anadirApunte(Enlace& enlace, pugi::xml_node fila) {
+    enlace.AñadirApunte(atributo(fila, "CUENTA"), atributo(fila, "DESCRIPCION"),
+                        core::ValEntero(atributo(fila, "TIPO")), importe(fila, "IMPORTE"),
+                        atributo(fila, "DIARIO"), 0, atributo(fila, "CANAL"), atributo(fila, "REFERENCIA"),
+                        atributo(fila, "NOTAS"));
+}
+
+void anadirIva(Enlace& enlace, pugi::xml_node fila) {
+    enlace.AddVAT(atributo(fila, "CUENTA"), atributo(fila, "CTA_IVA"), atributo(fila, "FACTURA"),
+                  atributo(fila, "FECHA_FRA"), atributo(fila, "TIPO"), serieDe(fila), importe(fila, "BASE"),
+                  importe(fila, "TOTAL"), 0, atributo(fila, "TITULO"), atributo(fila, "NIF"),
+                  atributo(fila, "ORDEN"), "", "", "", 0, "");
+}
+
+void anadirCartera(Enlace& enlace, pugi::xml_node fila) {
+    enlace.AñadirCartera(atributo(fila, "FECHA_VTO"), atributo(fila, "CUENTA"), atributo(fila, "CA"),
+                         atributo(fila, "NOTAS"), importe(fila, "TOTAL"));
+}
+
+void anadirAnalitica(Enlace& enlace, pugi::xml_node fila) {
+    enlace.AñadirAnalitica(atributo(fila, "CUENTA"), atributo(fila, "CODANALI"),
+                           atributo(fila, "DESCRIPCION"), 1, importe(fila, "IMPORTE"));
+}
+
+using Anadir = void (*)(Enlace&, pugi::xml_node);
+
+void anadirSeccion(Enlace& enlace, pugi::xml_node asiento, const char* seccion, const char* elemento,
+                   Anadir anadir) {
+    for (const pugi::xml_node fila : asiento.child(seccion).children(elemento))
+        anadir(enlace, fila);
+}
+
+void grabarUno(Enlace& enlace, pugi::xml_node asiento) {
+    constexpr std::string_view sinNumero = "(Auto)";
+    const std::string suNumero = atributo(asiento, "NUMERO");
+    enlace.LimpiarPendientes();
+    enlace.Fecha(atributo(asiento, "FECHA"));
+    enlace.Número(suNumero == sinNumero ? std::string() : suNumero);
+    anadirSeccion(enlace, asiento, "APUNTES", "APUNTE", anadirApunte);
+    anadirSeccion(enlace, asiento, "IVAS", "IVA", anadirIva);
+    anadirSeccion(enlace, asiento, "CARTERAS", "CARTERA", anadirCartera);
+    anadirSeccion(enlace, asiento, "ANALITICA", "ANALI", anadirAnalitica);
+    enlace.GrabarAsiento();
+}
+
+void escribir(pugi::xml_node fila, const char* nombre, const std::string& valor) {
+    fila.append_attribute(nombre) = valor.c_str();
+}
+
+void escribirApuntes(pugi::xml_node asiento, const Enlace& enlace) {
+    pugi::xml_node seccion = asiento.append_child("APUNTES");
+    for (std::int32_t i = 1; i <= enlace.ContadorApuntes(); ++i) {
+        const auto linea = enlace.Apunte(i);
+        pugi::xml_node fila = seccion.append_child("APUNTE");
+        escribir(fila, "CUENTA", linea->Cuenta);
+        escribir(fila, "DESCRIPCION", linea->Descripción);
+        escribir(fila, "TIPO", std::to_string(linea->TIPO));
+        escribir(fila, "IMPORTE", numero(linea->Importe));
+        escribir(fila, "DIARIO", linea->Diario);
+        escribir(fila, "CANAL", linea->Canal);
+        escribir(fila, "REFERENCIA", linea->Referencia);
+        escribir(fila, "NOTAS", linea->NOTAS);
+    }
+}
+
+void escribirIvas(pugi::xml_node asiento, const Enlace& enlace) {
+    pugi::xml_node seccion = asiento.append_child("APUNTESIVA");
+    for (std::int32_t i = 1; i <= enlace.ContadorIva(); ++i) {
+        const auto linea = enlace.iva(i);
+        pugi::xml_node fila = seccion.append_child("IVA");
+        escribir(fila, "CUENTA", linea->CuentaClienteProveedor);
+        escribir(fila, "CTA_IVA", linea->CuentaIVA);
+        escribir(fila, "FACTURA", linea->Factura);
+        escribir(fila, "FECHA_FRA", linea->FechaFactura);
+        escribir(fila, "TIPO", linea->TipoIva);
+        escribir(fila, "SRTC", linea->SRTC);
+        escribir(fila, "BASE", numero(linea->Base));
+        escribir(fila, "TOTAL", numero(linea->TOTAL));
+        escribir(fila, "TITULO", linea->titulo);
+        escribir(fila, "NIF", linea->NIF);
+        escribir(fila, "ORDEN", linea->NumeroOrden);
+    }
+}
+
+void escribirCarteras(pugi::xml_node asiento, const Enlace& enlace) {
+    pugi::xml_node seccion = asiento.append_child("APUNTESCARTERA");
+    for (std::int32_t i = 1; i <= enlace.ContadorCartera(); ++i) {
+        const auto linea = enlace.cartera(i);
+        pugi::xml_node fila = seccion.append_child("CARTERA");
+        escribir(fila, "FECHA_VTO", linea->FechaVencimiento);
+        escribir(fila, "CUENTA", linea->Cuenta);
+        escribir(fila, "CA", linea->cartera);
+        escribir(fila, "NOTAS", linea->NOTAS);
+        escribir(fila, "TOTAL", numero(linea->Importe));
+    }
+}
+
+void escribirAnaliticas(pugi::xml_node asiento, const Enlace& enlace) {
+    pugi::xml_node seccion = asiento.append_child("APUNTESANALI");
+    for (std::int32_t i = 1; i <= enlace.ContadorAnalitica(); ++i) {
+        const auto linea = enlace.Analitica(i);
+        pugi::xml_node fila = seccion.append_child("ANALI");
+        escribir(fila, "CUENTA", linea->CuentaContable);
+        escribir(fila, "CODANALI", linea->CuentaAnalitica);
+        escribir(fila, "DESCRIPCION", linea->Descripción);
+        escribir(fila, "TIPO", "1");
+        escribir(fila, "IMPORTE", numero(linea->Importe));
+    }
+}
+
+}  // namespace
+
+std::string grabarAsiento(const FormaEnlace& forma, Enlace& enlace) {
+    const pugi::xml_node asientos = forma.documento->document_element().child("ASIENTOS");
+    if (!asientos.child("ASIENTO")) throw ErrorForma("ERROR: no hay ningún asiento");
+    for (const pugi::xml_node asiento : asientos.children("ASIENTO"))
+        grabarUno(enlace, asiento);
+    return enlace.Número();
+}
+
+std::string xmlDeAsiento(const Enlace& enlace, const link::Mostrador& mostrador) {
+    pugi::xml_document documento;
+    pugi::xml_node grupo = documento.append_child("LEERASIENTO").append_child("ASIENTOS");
+    const bool hay = enlace.ContadorApuntes() + enlace.ContadorIva() + enlace.ContadorCartera() +
+                         enlace.ContadorAnalitica() >
+                     0;
+    if (hay) {
+        pugi::xml_node asiento = grupo.append_child("ASIENTO");
+        escribir(asiento, "NUMERO", enlace.Número());
+        escribir(asiento, "FECHA", mostrador.fechaLarga());
+        escribirApuntes(asiento, enlace);
+        escribirIvas(asiento, enlace);
+        escribirCarteras(asiento, enlace);
+        escribirAnaliticas(asiento, enlace);
+    }
+    std::ostringstream texto;
+    documento.save(texto, "", pugi::format_raw | pugi::format_no_declaration);
+    return texto.str();
+}
+
+}  // namespace tarvoline::server

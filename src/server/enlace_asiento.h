@@ -1,0 +1,18 @@
+// An entry between the forms of the accounting link and a session on books.
+#pragma once
+
+#include <string>
+
+#include "link/mostrador.h"
+#include "server/enlace_forma.h"
+#include "tarvoline/enlace.h"
+
+namespace tarvoline::server {
+
+// Stores the entry of a GRABARASIENTO document; its number. Throws ErrorForma, link::ErrorEnlace.
+std::string grabarAsiento(const FormaEnlace& forma, link::Enlace& enlace);
+
+// The answer to LEERASIENTO: the entry that the session has read, or none.
+std::string xmlDeAsiento(const link::Enlace& enlace, const link::Mostrador& mostrador);
+
+}  // namespace tarvoline::server

@@ -1,0 +1,76 @@
+// A session of the accounting link: a user, and the books of the folder that he is at, one company at a time.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/ajustes.h"
+#include "core/carpetas.h"
+#include "core/registro.h"
+#include "platform/archivos.h"
+#include "platform/reloj.h"
+#include "server/almacen_usuarios.h"
+#include "tarvoline/enlace.h"
+
+namespace tarvoline::server {
+
+// The link on the companies of one folder, with settings of its own.
+class MundoEnlace {
+  public:
+    // `carpeta` is made when missing, with copies of the shared files of the program directory.
+    MundoEnlace(platform::SistemaArchivos& archivos, core::Registro& registro, const std::string& carpeta);
+    ~MundoEnlace();
+
+    link::Enlace& enlace() { return *enlace_; }
+    const std::string& carpeta() const { return carpeta_; }
+    // Path of a company by its name, with or without extension, in whatever case; "" when there is none.
+    std::string ruta(std::string_view empresa) const;
+
+  private:
+    platform::SistemaArchivos& archivos_;
+    std::string carpeta_;
+    std::unique_ptr<platform::Reloj> reloj_;
+    std::unique_ptr<platform::ArbolAjustes> arbol_;
+    core::Ajustes ajustes_;
+    core::Carpetas carpetas_;
+    link::Contexto contexto_;
+    std::unique_ptr<link::Enlace> enlace_;
+};
+
+class SesionEnlace {
+  public:
+    // `raiz`: the folder that holds those of the users, with a final separator.
+    SesionEnlace(platform::SistemaArchivos& archivos, core::Registro& registro, std::string raiz,
+                 UsuarioLeido usuario)
+        : archivos_(archivos), registro_(registro), raiz_(std::move(raiz)), usuario_(std::move(usuario)) {}
+
+    // One request at a time.
+    std::mutex cerrojo;
+
+    const Usuario& usuario() const { return *usuario_; }
+    // The books of that folder, "" that of the user.
+    MundoEnlace& mundo(const std::string& carpeta);
+    // A company of it, opened. Throws link::ErrorEnlace. One that is protected must have been unlocked
+    // before.
+    link::Enlace& empresa(const std::string& carpeta, const std::string& nombre);
+    // Whether the company is there; with the right password it is unlocked.
+    bool desbloquear(const std::string& carpeta, const std::string& nombre, const std::string& clave);
+    // The password that it has been unlocked with ("" for one without); nothing when it is locked.
+    std::optional<std::string> claveConocida(const std::string& carpeta, const std::string& nombre) const;
+
+  private:
+    platform::SistemaArchivos& archivos_;
+    core::Registro& registro_;
+    std::string raiz_;
+    UsuarioLeido usuario_;
+    std::unique_ptr<MundoEnlace> mundo_;
+    std::string abierta_;  // path
+    std::map<std::string, std::string>
+        claves_;  // of the companies that have been unlocked, by folder and name
+};
+
+}  // namespace tarvoline::server

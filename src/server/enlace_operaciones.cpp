@@ -1,0 +1,149 @@
+// Sessions of the accounting link: coming in, and finding one's way to a company. enlace_libros.cpp has what
+// the forms do there.
+#include "server/enlace_operaciones.h"
+
+#include <algorithm>
+#include <random>
+#include <thread>
+
+#include "core/texto.h"
+#include "data/codec.h"
+#include "data/filtro.h"
+#include "server/enlace_peticion.h"
+
+namespace tarvoline::server {
+
+namespace {
+
+constexpr std::string_view tipoSinEnlace = "02";
+
+std::string tokenNuevo() {
+    constexpr std::string_view cifras = "0123456789abcdef";
+    constexpr int largo = 40;
+    std::random_device azar;
+    std::uniform_int_distribution<std::size_t> cifra(0, cifras.size() - 1);
+    std::string token;
+    for (int i = 0; i < largo; ++i)
+        token += cifras[cifra(azar)];
+    return token;
+}
+
+}  // namespace
+
+soap::Contrato contratoEnlace() {
+    return {"VXEnlace",
+            "urn:tarvoline:enlace",
+            {{"ID", {{"usuario"}, {"clave"}}},
+             {"VXWebService", {{"xml"}, {"sesion", soap::TipoValor::texto, true}}}}};
+}
+
+OperacionesEnlace::OperacionesEnlace(AlmacenUsuarios& usuarios, platform::SistemaArchivos& archivos,
+                                     const std::string& raiz, const platform::Reloj& reloj,
+                                     core::Registro& registro)
+    : usuarios_(usuarios),
+      archivos_(archivos),
+      raiz_(archivos.resolver(raiz) + "/contabilidad/"),
+      reloj_(reloj),
+      registro_(registro),
+      freno_(reloj) {}
+
+std::string OperacionesEnlace::llamar(const soap::PeticionSoap& peticion, const std::string& direccion) {
+    const auto texto = [&](std::size_t lugar) -> const std::string& {
+        return std::get<std::string>(peticion.argumentos.at(lugar));
+    };
+    if (peticion.operacion->nombre == "ID") return ID(texto(0), texto(1), direccion);
+    return VXWebService(texto(0), direccion);
+}
+
+// Six fields: token, user, type, folder, name, version of the program. Whoever may not use the link is told
+// his type all the same, without a session.
+std::string OperacionesEnlace::ID(const std::string& usuario, const std::string& clave,
+                                  const std::string& direccion) {
+    const UsuarioLeido suyo = usuarios_.buscar(usuario);
+    if (!suyo || suyo->clave != clave) {
+        registro_.aviso("enlace: entrada rechazada desde " + direccion + ", usuario \"" +
+                        core::Mid(usuario, 1, 64) + "\"");
+        std::this_thread::sleep_for(freno_.fallo(direccion));
+        return "ERROR: usuario o clave incorrectos";
+    }
+    const std::string token = suyo->tipo >= tipoSinEnlace ? std::string() : tokenNuevo();
+    if (!token.empty()) {
+        const std::lock_guard guardia(cerrojo_);
+        if (sesiones_.size() >= maximoSesiones) {
+            sesiones_.erase(
+                std::ranges::min_element(sesiones_, {}, [](const auto& una) { return una.second.usada; }));
+        }
+        sesiones_[token] = {std::make_shared<SesionEnlace>(archivos_, registro_, raiz_, suyo),
+                            reloj_.ahora()};
+    }
+    return token + "\t" + suyo->usuario + "\t" + suyo->tipo + "\t" + suyo->carpetaRaiz() + "\t" +
+           suyo->etiqueta + "\t" + link::Enlace::Version();
+}
+
+std::shared_ptr<SesionEnlace> OperacionesEnlace::sesionDe(const std::string& token) {
+    const std::lock_guard guardia(cerrojo_);
+    const auto ahora = reloj_.ahora();
+    std::erase_if(sesiones_, [&](const auto& una) { return ahora - una.second.usada > vidaSesion; });
+    const auto suya = sesiones_.find(token);
+    if (suya == sesiones_.end()) throw ErrorForma("ERROR: no hay ninguna sesión con ese ID");
+    // Who has been struck off, or may no longer come this way, is out.
+    const UsuarioLeido usuario = usuarios_.buscar(suya->second.sesion->usuario().usuario);
+    if (!usuario || usuario->tipo >= tipoSinEnlace) {
+        sesiones_.erase(suya);
+        throw ErrorForma("ERROR: el usuario ya no tiene acceso");
+    }
+    suya->second.usada = ahora;
+    return suya->second.sesion;
+}
+
+// Failures of the books are answers; what lies behind another failure is for the log alone.
+std::string OperacionesEnlace::VXWebService(const std::string& xml, const std::string& direccion) {
+    try {
+        return atender(leerForma(xml));
+    } catch (const ErrorForma& error) {
+        registro_.aviso("enlace: petición que no se entiende desde " + direccion + ": " + error.what());
+        return error.what();
+    } catch (const link::ErrorEnlace& error) {
+        return "ERROR: " + error.descripcion();
+    } catch (const data::ErrorFiltro& error) {
+        return std::string("ERROR: ") + error.what();
+    } catch (const data::ErrorCampo& error) {
+        return std::string("ERROR: ") + error.what();
+    } catch (const std::exception& error) {
+        registro_.error(std::string("enlace: ") + error.what());
+        return "ERROR: el servicio no ha podido atender la petición";
+    }
+}
+
+std::string OperacionesEnlace::atender(const FormaEnlace& forma) {
+    const auto metodo = tabla().find(forma.operacion);
+    if (metodo == tabla().end()) throw ErrorForma("ERROR: no hay ninguna operación " + forma.operacion);
+    const auto sesion = sesionDe(forma.token);
+    const std::lock_guard guardia(sesion->cerrojo);
+    Peticion peticion{forma, *sesion, carpetaDe(*sesion, forma.carpeta)};
+    return (this->*metodo->second)(peticion);
+}
+
+// His own, or, for an administrator, that of somebody in his account.
+std::string OperacionesEnlace::carpetaDe(const SesionEnlace& sesion, const std::string& pedida) {
+    const UsuarioLeido usuario = usuarios_.buscar(sesion.usuario().usuario);
+    const std::string propia = sesion.usuario().carpetaRaiz();
+    if (pedida.empty() || core::igualSinCaja(pedida, propia)) return propia;
+    const UsuarioLeido otro = usuarios_.porCarpetaRaiz(pedida);
+    const bool suya = usuario && usuario->tipo == "00" && otro && !usuario->cuenta.empty() &&
+                      otro->cuenta == usuario->cuenta;
+    if (!suya) throw ErrorForma("ERROR: no hay ninguna carpeta " + pedida);
+    return otro->carpetaRaiz();
+}
+
+std::string OperacionesEnlace::LEERCARPETASVELDORIX2(Peticion& peticion) {
+    const UsuarioLeido usuario = usuarios_.buscar(peticion.sesion.usuario().usuario);
+    if (!usuario || usuario->tipo != "00" || usuario->cuenta.empty())
+        return peticion.sesion.usuario().carpetaRaiz();
+    std::string carpetas;
+    for (const UsuarioLeido& uno : usuarios_.porCuenta(usuario->cuenta))
+        carpetas += (carpetas.empty() ? "" : ",") + uno->carpetaRaiz();
+    return carpetas;
+}
+
+}  // namespace tarvoline::server
