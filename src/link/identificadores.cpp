@@ -95,7 +95,10 @@ void Identificadores::grabarFila(std::string_view asiento, std::string_view guid
 
 std::vector<std::string> Identificadores::LeerFechasAsiento(std::string_view asiento) {
     Filas filas(sesion_, "ASIENTO", asiento, ancho::asiento);
-    return todas(filas.cursor, [&] { return fechaCorta(sesion_, filas.cursor.LeerCampo(campo::fecha)); });
+    auto fechas =
+        todas(filas.cursor, [&] { return fechaCorta(sesion_, filas.cursor.LeerCampo(campo::fecha)); });
+    std::erase(fechas, "");
+    return fechas;
 }
 
 std::vector<std::string> Identificadores::LeerAsientosGuid(std::string_view guid) {

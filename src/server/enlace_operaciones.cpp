@@ -42,7 +42,7 @@ OperacionesEnlace::OperacionesEnlace(AlmacenUsuarios& usuarios, platform::Sistem
                                      core::Registro& registro)
     : usuarios_(usuarios),
       archivos_(archivos),
-      raiz_(archivos.resolver(raiz) + "/contabilidad/"),
+      raiz_(raiz + "/contabilidad/"),
       reloj_(reloj),
       registro_(registro),
       freno_(reloj) {}

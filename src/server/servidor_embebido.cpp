@@ -6,6 +6,7 @@
 #include <optional>
 #include <thread>
 
+#include "core/carpetas.h"
 #include "platform/zocalo.h"
 #include "server/almacen_archivos.h"
 #include "server/conexiones.h"
@@ -20,8 +21,8 @@ namespace {
 constexpr std::chrono::seconds entreRondas{5};
 
 // Opening a company moves the process, so a root that was given from the current folder is made whole first.
-OpcionesServicio conRaizEntera(OpcionesServicio opciones, platform::SistemaArchivos& archivos) {
-    opciones.raiz = archivos.resolver(opciones.raiz);
+OpcionesServicio conRaizEntera(OpcionesServicio opciones) {
+    opciones.raiz = core::rutaCompleta(opciones.raiz);
     return opciones;
 }
 
@@ -83,7 +84,7 @@ class ServidorEmbebido::Interior {
   public:
     Interior(OpcionesServicio opciones, platform::SistemaArchivos& archivos, const platform::Reloj& reloj,
              core::Registro& registro)
-        : opciones_(conRaizEntera(std::move(opciones), archivos)),
+        : opciones_(conRaizEntera(std::move(opciones))),
           registro_(registro),
           cerrojoRaiz_(ocuparRaiz(archivos, opciones_.raiz)),
           deposito_(archivos, opciones_.raiz),

@@ -3,20 +3,16 @@
 // compares two companies as the accounting link reads them.
 
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <iostream>
-#include <random>
 
-#include "core/ajustes.h"
 #include "core/carpetas.h"
 #include "core/texto.h"
-#include "platform/arbol_ajustes.h"
-#include "platform/carpetas_sistema.h"
 #include "platform/reloj.h"
 #include "tarvoline/enlace.h"
 #include "tools/demo_archivos.h"
 #include "tools/demo_comparar.h"
 #include "tools/demo_libros.h"
+#include "tools/taller_enlace.h"
 
 namespace {
 
@@ -31,47 +27,6 @@ struct Encargo {
     int operaciones = 400, terceros = 60;
     int kbImagenes = 6000, kbAdjuntos = 800;
     std::string usuario = "panaderia", clave = "masa1234", carpetaServicio = "DATOS";
-};
-
-// What the link works with here: settings of its own, so that those of the user stay as they are, in a folder
-// that goes when it has done.
-class Taller {
-  public:
-    explicit Taller(const std::string& carpetaDatos) {
-        ajustes_.GrabarRegistro("DATOS_DIR", carpetaDatos);
-        // Currencies and rates are those that ship.
-        for (const char* clave : {"CON_DIR", "IVA_DIR"})
-            ajustes_.GrabarRegistro(clave, carpetas_.DirectorioPrograma());
-    }
-    ~Taller() {
-        std::error_code seIgnora;  // what stays is a small folder of the temporary ones
-        std::filesystem::remove_all(propia_, seIgnora);
-    }
-    Taller(const Taller&) = delete;
-    Taller& operator=(const Taller&) = delete;
-
-    // Where the persons go that companies share. A company that is opened later would note the folder down.
-    void ponerGlobales(const std::string& carpeta) { ajustes_.GrabarRegistro("GLOBAL_DIR", carpeta); }
-    platform::SistemaArchivos& archivos() { return *archivos_; }
-    link::Contexto& contexto() { return contexto_; }
-
-  private:
-    std::string crearPropia() {
-        std::string carpeta =
-            platform::carpetaTemporal() + "/tarvoline-demo-" + std::to_string(std::random_device()());
-        constexpr unsigned soloSuya = 0700;
-        archivos_->crearDirectorios(carpeta, soloSuya);
-        return carpeta;
-    }
-
-    std::unique_ptr<platform::SistemaArchivos> archivos_ = platform::crearSistemaArchivos();
-    std::unique_ptr<platform::Reloj> reloj_ = platform::crearReloj();
-    std::string propia_ = crearPropia();
-    std::unique_ptr<platform::ArbolAjustes> arbol_ =
-        platform::crearArbolAjustes(*archivos_, propia_ + "/ajustes.ini");
-    core::Ajustes ajustes_{*arbol_};
-    core::Carpetas carpetas_{*archivos_, ajustes_, propia_};
-    link::Contexto contexto_{*archivos_, ajustes_, carpetas_, *reloj_};
 };
 
 // Analytic accounts of four characters below parents of one.
@@ -91,7 +46,7 @@ std::size_t contarCarpeta(const std::string& que, const std::string& carpeta,
     return bytes;
 }
 
-std::size_t crearAcompanantes(Taller& taller, tools::Azar& azar, const Encargo& encargo,
+std::size_t crearAcompanantes(tools::TallerEnlace& taller, tools::Azar& azar, const Encargo& encargo,
                               const std::string& carpetaImagenes) {
     constexpr std::size_t kb = 1024;
     return contarCarpeta("imágenes", carpetaImagenes,
@@ -102,7 +57,7 @@ std::size_t crearAcompanantes(Taller& taller, tools::Azar& azar, const Encargo& 
                                               static_cast<std::size_t>(encargo.kbAdjuntos) * kb));
 }
 
-void configurar(Taller& taller, link::Enlace& enlace, const Encargo& encargo) {
+void configurar(tools::TallerEnlace& taller, link::Enlace& enlace, const Encargo& encargo) {
     enlace.Config("TVUSER", encargo.usuario);
     enlace.Config("TVPASSWORD", encargo.clave);
     enlace.Config("TVCARPETA", encargo.carpetaServicio);
@@ -123,7 +78,7 @@ void crearEmpresa(link::Enlace& enlace, const Encargo& encargo) {
 
 void ejecutar(const Encargo& encargo) {
     const auto carpeta = core::conSeparadorFinal(core::rutaCompleta(encargo.carpeta));
-    Taller taller(carpeta);
+    tools::TallerEnlace taller(carpeta);
     taller.archivos().crearDirectorios(carpeta);
     tools::Azar azar(encargo.semilla);
     link::Enlace enlace(taller.contexto());
@@ -141,7 +96,7 @@ void ejecutar(const Encargo& encargo) {
 
 // 0 equal, 1 different.
 int comparar(const std::string& una, const std::string& otra) {
-    Taller taller(core::SepararRuta(core::rutaCompleta(una)).directorio);
+    tools::TallerEnlace taller(core::SepararRuta(core::rutaCompleta(una)).directorio);
     link::Enlace primera(taller.contexto());
     link::Enlace segunda(taller.contexto());
     const std::string rutaOtra = core::rutaCompleta(otra);

@@ -56,15 +56,6 @@ const char* archivoDe(TablaPlan plan) {
     }
 }
 
-// Lines of statements in their order: account, day, and within a day as they were stored.
-std::vector<std::size_t> ordenDeExtracto(const std::vector<std::pair<std::string, std::string>>& lugares) {
-    std::vector<std::size_t> orden(lugares.size());
-    for (std::size_t i = 0; i < orden.size(); ++i)
-        orden[i] = i;
-    std::ranges::stable_sort(orden, [&](std::size_t a, std::size_t b) { return lugares[a] < lugares[b]; });
-    return orden;
-}
-
 }  // namespace
 
 bool OperacionesRemotas::buscarLineas(const std::string& filtro) {
@@ -104,31 +95,43 @@ void OperacionesRemotas::LeerExtracto(std::string_view cuenta, std::string_view 
     sesion_.resultados.extracto.vaciar();
     if (core::Recortar(cuenta).empty()) return;
     if (archivo == analitico) noDisponibleEnRemoto();
-    extractoDe("EXTRA", std::string(cuenta), desde, hasta);
+    extractoDe(std::string(cuenta), desde, hasta);
 }
 
-// What lies before the first day counts in the balance.
-void OperacionesRemotas::extractoDe(const std::string& archivo, const std::string& cuenta,
-                                    std::string_view desde, std::string_view hasta) {
-    std::map<std::string, double> saldos;
-    if (!desde.empty()) {
-        const TablaRespuesta antes(cliente_.buscar(
-            archivo, FiltroTexto().como("CUENTA", cuenta).con("FECHA<", fechaNormal(desde)).texto()));
-        for (std::size_t i = 0; i < antes.filas(); ++i)
-            saldos[antes.texto(i, "CUENTA")] += antes.numero(i, "IMPORTE");
-    }
-    const TablaRespuesta tabla(cliente_.buscar(archivo, FiltroTexto()
-                                                            .como("CUENTA", cuenta)
-                                                            .con("FECHA=>", fechaNormal(desde))
-                                                            .con("FECHA<=", fechaNormal(hasta))
-                                                            .texto()));
+OperacionesRemotas::LineasCuenta OperacionesRemotas::lineasDe(const std::string& cuenta,
+                                                              std::string_view desde,
+                                                              std::string_view hasta) {
+    LineasCuenta lineas{TablaRespuesta(cliente_.buscar("EXTRA", FiltroTexto()
+                                                                    .como("CUENTA", cuenta)
+                                                                    .con("FECHA=>", fechaNormal(desde))
+                                                                    .con("FECHA<=", fechaNormal(hasta))
+                                                                    .texto())),
+                        {}};
+    const TablaRespuesta& tabla = lineas.tabla;
     std::vector<std::pair<std::string, std::string>> lugares;
     for (std::size_t i = 0; i < tabla.filas(); ++i) {
+        lineas.orden.push_back(i);
         lugares.emplace_back(tabla.texto(i, "CUENTA"),
                              fechaDeTexto(sesion_, fechaDeRespuesta(sesion_, tabla.texto(i, "FECHA"))));
     }
-    for (const std::size_t fila : ordenDeExtracto(lugares)) {
-        ExtractoClass linea = lineaDe(sesion_, tabla, fila);
+    std::ranges::stable_sort(lineas.orden,
+                             [&](std::size_t a, std::size_t b) { return lugares[a] < lugares[b]; });
+    return lineas;
+}
+
+// What lies before the first day counts in the balance.
+void OperacionesRemotas::extractoDe(const std::string& cuenta, std::string_view desde,
+                                    std::string_view hasta) {
+    std::map<std::string, double> saldos;
+    if (!desde.empty()) {
+        const TablaRespuesta antes(cliente_.buscar(
+            "EXTRA", FiltroTexto().como("CUENTA", cuenta).con("FECHA<", fechaNormal(desde)).texto()));
+        for (std::size_t i = 0; i < antes.filas(); ++i)
+            saldos[antes.texto(i, "CUENTA")] += antes.numero(i, "IMPORTE");
+    }
+    const LineasCuenta lineas = lineasDe(cuenta, desde, hasta);
+    for (const std::size_t fila : lineas.orden) {
+        ExtractoClass linea = lineaDe(sesion_, lineas.tabla, fila);
         double& saldo = saldos[linea.Cuenta];
         saldo = data::Redondear(saldo + linea.Importe, decimales);
         linea.Saldo = saldo;
@@ -140,24 +143,18 @@ void OperacionesRemotas::extractoDe(const std::string& archivo, const std::strin
 std::string OperacionesRemotas::LeerExtractoEx(std::string_view cuenta, std::string_view desde,
                                                std::string_view hasta) {
     if (core::Recortar(cuenta).empty()) return {};
-    const auto suyo = std::exchange(sesion_.resultados.extracto, {});
-    extractoDe("EXTRA", std::string(cuenta), desde, hasta);
-    const auto lineas = std::exchange(sesion_.resultados.extracto, suyo);
-    const auto celda = [](std::string texto) {
-        std::ranges::replace_if(
-            texto, [](unsigned char c) { return c < ' '; }, ' ');
-        return texto + "\t";
-    };
+    const LineasCuenta lineas = lineasDe(std::string(cuenta), desde, hasta);
     std::string texto;
     double saldo = 0;
-    for (const auto& linea : lineas) {
-        saldo = data::Redondear(saldo + linea->Importe, decimales);
-        texto += celda(linea->Cuenta) + celda(linea->Fecha) + celda(linea->Asiento) +
-                 celda(linea->Descripción) + numero(linea->Debe) + "\t" + numero(linea->Haber) + "\t" +
-                 numero(saldo) + "\t" + celda(linea->Punteo == 0 ? "" : std::to_string(linea->Punteo)) +
-                 celda(linea->Diario) + celda(linea->Canal) + celda(linea->Referencia);
-        texto.pop_back();
-        texto += "\r\n";
+    for (const std::size_t fila : lineas.orden) {
+        const auto celda = [&](const char* columna) { return lineas.tabla.texto(fila, columna) + "\t"; };
+        const double importe = lineas.tabla.numero(fila, "IMPORTE");
+        const bool alDebe = lineas.tabla.texto(fila, "TIPO") == "1";
+        saldo = data::Redondear(saldo + importe, decimales);
+        texto += celda("CUENTA") + fechaDeRespuesta(sesion_, lineas.tabla.texto(fila, "FECHA")) + "\t" +
+                 celda("ASIENTO") + celda("DESCRIPCION") + numero(alDebe ? importe : 0) + "\t" +
+                 numero(alDebe ? 0 : importe) + "\t" + numero(saldo) + "\t" + celda("PUNTEO") +
+                 celda("DIARIO") + celda("CANAL") + lineas.tabla.texto(fila, "REFERENCIA") + "\r\n";
     }
     return texto;
 }

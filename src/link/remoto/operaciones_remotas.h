@@ -4,11 +4,10 @@
 
 #include "link/operaciones.h"
 #include "link/remoto/cliente.h"
+#include "link/remoto/tabla_respuesta.h"
 #include "link/sesion.h"
 
 namespace tarvoline::link::remoto {
-
-class TablaRespuesta;
 
 class OperacionesRemotas : public Operaciones {
   public:
@@ -75,8 +74,13 @@ class OperacionesRemotas : public Operaciones {
     std::string fechaNormal(std::string_view guardada) const;
     void leerAsientoCon(const std::string& fecha, const std::string& numero, const std::string& posicion);
     bool buscarLineas(const std::string& filtro);
-    void extractoDe(const std::string& archivo, const std::string& cuenta, std::string_view desde,
-                    std::string_view hasta);
+    // Lines of the journal in the order of statements: account, day, and within a day as they were stored.
+    struct LineasCuenta {
+        TablaRespuesta tabla;
+        std::vector<std::size_t> orden;
+    };
+    LineasCuenta lineasDe(const std::string& cuenta, std::string_view desde, std::string_view hasta);
+    void extractoDe(const std::string& cuenta, std::string_view desde, std::string_view hasta);
     void leerPlan(const char* archivo, const std::string& filtro, bool porTitulo);
 
     Sesion& sesion_;
