@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <optional>
 
 #include "core/texto.h"
@@ -10,13 +11,16 @@
 #include "link/consultas.h"
 #include "link/enlace_interior.h"
 #include "link/fechas_enlace.h"
+#include "link/lector_registros.h"
+#include "link/posiciones.h"
 
 namespace tarvoline::link {
 
 namespace {
 
 constexpr const char* valorAbsoluto = "ABS(IMPORTE)";
-constexpr int posicionImporte = 6;  // of EXTRA
+constexpr std::string_view diario = "EXTRA";
+constexpr int posicionImporte = posicion::extra::importe;
 
 // The conditions of a filter, but for the one on an amount without its sign, which no column holds.
 struct FiltroLineas {
@@ -34,6 +38,31 @@ struct FiltroLineas {
         return !absoluto || std::fabs(cursor.LeerNumero(posicionImporte)) == *absoluto;
     }
 };
+
+// Records of the journal by account and day, as statements have them: of the account that the filter names,
+// or of all.
+std::vector<std::int32_t> lineasPorCuenta(Sesion& sesion, const FiltroLineas& filtro) {
+    constexpr int claveCuenta = 2;
+    const auto una = std::ranges::find_if(filtro.condiciones, [](const data::Condicion& condicion) {
+        return core::igualSinCaja(condicion.columna, columna::cuenta);
+    });
+    if (una == filtro.condiciones.end()) return {};
+    const bool sola = una->operador == data::Operador::igual;
+    const std::string cuenta(sinRelleno(core::aAnsi(core::Recortar(una->valor)).bytes()));
+    const TablasAbiertas abiertas(sesion);
+    RecorridoClave lineas(sesion.contexto.tablas(), data::tabla::extra, claveCuenta);
+    std::vector<std::int32_t> registros;
+    if (sola) {
+        lineas.desde(cuenta);
+    } else {
+        lineas.desdeExtremo();
+    }
+    for (; lineas.fila() != nullptr; lineas.avanzar()) {
+        if (sola && lineas.fila()->ansi(posicion::extra::cuenta) != cuenta) break;
+        registros.push_back(lineas.registro());
+    }
+    return registros;
+}
 
 std::string celda(std::string texto) {
     std::ranges::replace_if(
@@ -55,25 +84,33 @@ std::string Mostrador::fechaLarga() const {
 }
 
 std::string Mostrador::buscar(std::string_view tabla, std::string_view filtro) {
-    Sesion& sesion = enlace_.interior_->sesion;
-    std::string texto;
-    const data::DefinicionTabla* definicion = nullptr;
-    const auto titulos = [&](const data::DefinicionTabla& suya) {
-        definicion = &suya;
-        for (int i = 1; i <= suya.gNumeroCampos; ++i)
-            texto += (i > 1 ? "\t" : "") + celda(suya.campo(i).nombre);
-        texto += '\n';
-    };
+    const Sesion& sesion = enlace_.interior_->sesion;
+    std::string titulos;
+    std::vector<std::string> filas;
+    std::map<std::int32_t, std::size_t> lugares;  // by record
     recorrer(tabla, filtro, [&](data::TablaCursor& fila) {
-        if (definicion == nullptr) titulos(fila.definicion());
-        for (int i = 1; i <= definicion->gNumeroCampos; ++i) {
-            const data::CampoTabla& campo = definicion->campo(i);
+        const data::DefinicionTabla& definicion = fila.definicion();
+        lugares[fila.registro()] = filas.size();
+        std::string& texto = filas.emplace_back();
+        for (int i = 1; i <= definicion.gNumeroCampos; ++i) {
+            const data::CampoTabla& campo = definicion.campo(i);
+            if (filas.size() == 1) titulos += (i > 1 ? "\t" : "") + celda(campo.nombre);
             const std::string valor = fila.LeerCampo(campo.posicion);
             const bool esFecha = campo.forma == data::FormaCampo::fecha;
             texto += (i > 1 ? "\t" : "") + (esFecha ? fechaCorta(sesion, valor) : celda(valor));
         }
-        texto += '\n';
     });
+    if (filas.empty()) return {};
+    std::string texto = titulos + "\n";
+    if (core::igualSinCaja(tabla, diario)) {
+        for (const std::int32_t registro : lineasPorCuenta(enlace_.interior_->sesion, FiltroLineas(filtro))) {
+            const auto suya = lugares.find(registro);
+            if (suya != lugares.end()) texto += std::exchange(filas[suya->second], {}) + "\n";
+        }
+    }
+    for (const std::string& fila : filas) {
+        if (!fila.empty()) texto += fila + "\n";
+    }
     return texto;
 }
 

@@ -23,7 +23,8 @@ class Mostrador {
     std::string fechaLarga() const;
 
     // Rows that meet the filter (data/filtro.h; "ABS(IMPORTE)= x" besides) as lines: the names of the columns
-    // first, cells parted by tabs, dates "dd/mm/yy", a line feed behind each line. `tabla`: its name. Throws
+    // first, cells parted by tabs, dates "dd/mm/yy", a line feed behind each line; "" when there is none. In
+    // the order of entry; accounts, and lines of the journal by account, in theirs. `tabla`: its name. Throws
     // data::ErrorFiltro.
     std::string buscar(std::string_view tabla, std::string_view filtro);
     // Sets a field of every such row, or removes them; how many. Throws ErrorEnlace errorIndexados.

@@ -56,9 +56,8 @@ PYBIND11_MODULE(enlace, modulo) {
         "    sesion.AñadirApunte('5700000000', 'Venta', TIPO=1, Importe=100)\n"
         "    sesion.AñadirApunte('7000000000', 'Venta', TIPO=2, Importe=100)\n"
         "    sesion.GrabarAsiento()\n\n"
-        "Failures raise ErrorEnlace, those of the file system OSError. Boxes go to standard error, prompts "
-        "are "
-        "answered as cancelled. One thread.";
+        "Failures raise ErrorEnlace, those of the file system OSError, those of the line to the service "
+        "RuntimeError. Boxes go to standard error, prompts are answered as cancelled. One thread.";
     tarvoline::python::anadirErrores(modulo);
     tarvoline::python::anadirClases(modulo);
     tarvoline::python::anadirRegistros(modulo);

@@ -94,6 +94,8 @@ void anadirPropiedades(Clase& clase) {
     }
     anadirTexto<std::string>(clase, "Canal", &Enlace::Canal, &Enlace::Canal,
                              "Channel of the session, three digits.");
+    anadirTexto<const std::string&>(clase, "Carpeta", &Enlace::Carpeta, &Enlace::Carpeta,
+                                    "Folder of companies at the service; \"\" that of the user.");
     anadirTexto<const std::string&>(clase, "Usuario", &Enlace::Usuario, &Enlace::Usuario,
                                     "User that entries are posted under, two digits.");
     anadirTexto<const std::string&>(clase, "Moneda", &Enlace::Moneda, &Enlace::Moneda,
@@ -126,7 +128,10 @@ py::object config(Enlace& enlace, const std::string& nombre, const std::optional
 
 void anadirEmpresa(Clase& clase) {
     clase.def_static("Version", &Enlace::Version)
-        .def("Login", &Enlace::Login, arg("Usuario"), arg("Password"), arg("ip"))
+        .def("Login", &Enlace::Login,
+             "Goes over to the accounting service at this address; companies are names there.",
+             arg("Usuario"), arg("Password"), arg("ip"))
+        .def("LeerCarpetas", &Enlace::LeerCarpetas, "Folders of companies that the user may open.")
         .def("LoadEmpresas", &Enlace::LoadEmpresas, "Refills Empresas.")
         .def("AbrirEmpresa", &Enlace::AbrirEmpresa,
              "Opens a company by path, or by name in the data directory; \"\" the product's last one.",

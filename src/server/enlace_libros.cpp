@@ -162,7 +162,6 @@ std::string OperacionesEnlace::ANULARASIENTO(Peticion& peticion) {
         return "OK";
     }
     if (!referencia.empty()) throw ErrorForma("ERROR: no se entiende " + referencia);
-    if (forma.campo("FECHA").empty()) throw ErrorForma("ERROR: falta la fecha");
     return std::to_string(peticion.libros().AnularAsiento(forma.campo("FECHA"), forma.campo("ASIENTO")));
 }
 

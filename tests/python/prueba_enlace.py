@@ -134,5 +134,107 @@ class Modulo(unittest.TestCase):
             self.assertEqual(dichos - {"__init__"}, hechos, nombre)
 
 
+class PorElServicio(unittest.TestCase):
+    """The same members on the books of a folder at the service."""
+
+    @classmethod
+    def setUpClass(cls):
+        programa = os.path.join(os.environ["TARVOLINE_BIN"], "tarvoline-servicio")
+        cls.raiz = tempfile.TemporaryDirectory()
+        for usuario, tipo in (("JEFA", "00"), ("ANA", "01"), ("EVA", "02")):
+            subprocess.run([programa, "usuario", "--raiz", cls.raiz.name, "--alta", usuario, "--clave", "secreta1",
+                            "--cuenta", "AC01", "--tipo", tipo], check=True, stdout=subprocess.DEVNULL)
+        cls.arrancar()
+
+    @classmethod
+    def arrancar(cls):
+        programa = os.path.join(os.environ["TARVOLINE_BIN"], "tarvoline-servicio")
+        cls.servicio = subprocess.Popen([programa, "--raiz", cls.raiz.name, "--puerto", "0"], stdout=subprocess.PIPE,
+                                        text=True)
+        cls.direccion = cls.servicio.stdout.readline().split("/qzback")[0]
+
+    @classmethod
+    def parar(cls):
+        cls.servicio.terminate()
+        cls.servicio.communicate()
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.parar()
+        cls.raiz.cleanup()
+
+    def entrar(self, usuario):
+        sesion = enlace.Enlace()
+        sesion.Login(usuario, "secreta1", self.direccion)
+        return sesion
+
+    def test_quien_entra_y_adonde(self):
+        s = enlace.Enlace()
+        for llamar in (s.LeerCarpetas, lambda: s.Carpeta, lambda: setattr(s, "Carpeta", "U")):
+            with self.assertRaises(enlace.ErrorEnlace) as fallo:
+                llamar()
+            self.assertEqual(fallo.exception.numero, 0x8004C35F)
+        with self.assertRaises(enlace.ErrorEnlace) as fallo:
+            s.Login("ANA", "otra", self.direccion)
+        self.assertEqual((fallo.exception.numero, fallo.exception.fuente), (50900, ""))
+        with self.assertRaisesRegex(enlace.ErrorEnlace, "Solo administradores"):
+            s.Login("EVA", "secreta1", self.direccion)
+        self.assertFalse(s.ModoRemoto)
+        s.Login("ANA", "secreta1", self.direccion)
+        self.assertTrue(s.ModoRemoto)
+        suyas = s.LeerCarpetas()
+        self.assertEqual((len(suyas), s.Carpeta), (1, ""))
+        with self.assertRaises(enlace.ErrorEnlace) as fallo:
+            s.Carpeta = suyas[0]
+        self.assertEqual(fallo.exception.numero, 0x8004C360)
+
+        s.CrearEmpresa("Obra Peña & Cía", año="2026", PlanContablePorDefecto="1")
+        self.assertEqual(s.Empresas, ["Obra Peña & Cía"])
+        jefa = self.entrar("JEFA")
+        self.assertEqual(len(jefa.LeerCarpetas()), 3)
+        self.assertEqual(jefa.Empresas, [])
+        jefa.Carpeta = suyas[0]
+        jefa.LoadEmpresas()
+        self.assertEqual((jefa.Carpeta, jefa.Empresas), (suyas[0], s.Empresas))
+
+    def test_leer_anular_y_volver_a_grabar(self):
+        s = self.entrar("JEFA")
+        s.CrearEmpresa("Vuelta", año="2026", PlanContablePorDefecto="1")
+        s.AbrirEmpresa("Vuelta")
+        self.assertEqual(s.CrearCuenta("43000000*", "Peña: <hijos> \"& Cía\""), (True, "4300000001"))
+        self.assertTrue(s.LeerPlan("4300000001"))
+        self.assertEqual(s.Plan(1).titulo, "Peña: <hijos> \"& Cía\"")
+        s.Fecha, s.Número = "15/03/26", ""
+        self.assertEqual(s.Número, "(Auto)")
+        s.AñadirApunte("4300000001", "Cobro € \t<uno>", TIPO=1, Importe=12.5, Referencia="R=1: a")
+        s.AñadirApunte("5720000000", "Cobro", TIPO=2, Importe=12.5)
+        numero = s.GrabarAsiento()
+        self.assertEqual(s.Número, f"{numero:06}")
+        s.LeerUltimoAsiento()
+        self.assertEqual(s.Apunte(1).Descripción, "Cobro €  <uno>")
+        self.assertTrue(s.HayPendientes)
+        s.AnularAsiento(s.Fecha, s.Número)
+        self.assertEqual(s.ExisteReferencia("R=1: a"), 0)
+        s.GrabarAsiento()
+        self.assertEqual(s.ExisteReferencia("R=1: a"), 1)
+        s.LeerExtracto("43*")
+        self.assertEqual([(s.Extracto(i).Debe, s.Extracto(i).Saldo) for i in range(1, s.ContadorExtracto() + 1)],
+                         [(12.5, 12.5)])
+        s.GUID(s.Número, "suyo")
+        self.assertEqual(s.LeerAsientosGuid("suyo"), [s.Número])
+
+    def test_el_servicio_se_va(self):
+        s = self.entrar("ANA")
+        self.parar()
+        try:
+            with self.assertRaises(RuntimeError) as fallo:
+                s.LoadEmpresas()
+            self.assertNotIsInstance(fallo.exception, enlace.ErrorEnlace)
+            with self.assertRaises(RuntimeError):
+                self.entrar("ANA")
+        finally:
+            self.arrancar()
+
+
 if __name__ == "__main__":
     unittest.main()

@@ -73,10 +73,10 @@ void leerSeccion(const Sesion& sesion, pugi::xml_node seccion, Pendientes& linea
     const std::string_view nombre = nombreBase(seccion);
     for (const pugi::xml_node fila : seccion.children()) {
         if (fila.type() != pugi::node_element) continue;
-        if (nombre == "APUNTES") lineas.apuntes.anadir(apunteDe(fila));
-        if (nombre == "APUNTESIVA") lineas.ivas.anadir(ivaDe(sesion, fila));
-        if (nombre == "APUNTESCARTERA") lineas.carteras.anadir(carteraDe(sesion, fila));
-        if (nombre == "APUNTESANALI") lineas.analiticas.anadir(analiticaDe(fila));
+        if (nombre == "APUNTES") lineas.anadir(apunteDe(fila));
+        if (nombre == "APUNTESIVA") lineas.anadir(ivaDe(sesion, fila));
+        if (nombre == "APUNTESCARTERA") lineas.anadir(carteraDe(sesion, fila));
+        if (nombre == "APUNTESANALI") lineas.anadir(analiticaDe(fila));
     }
 }
 

@@ -13,7 +13,7 @@ struct AsientoLeido {
     bool hay = false;
     std::string fecha;  // as stored
     std::string numero;
-    Pendientes lineas;  // not pending
+    Pendientes lineas;  // pending, as read ones are
 };
 
 // The last entry in the answer; none in an empty one. Missing attributes read as "" and 0, unknown sections

@@ -40,7 +40,11 @@ void OperacionesRemotas::AbrirEmpresa(std::string_view empresa, std::string_view
     constexpr std::string_view formaCreacion = "/C";
     sesion_.empresa = {};
     if (core::Mayusculas(clave).starts_with(formaCreacion)) {
-        if (esError(cliente_.simple("CREAREMPRESA", empresa, clave, 0))) noDisponibleEnRemoto();
+        try {
+            cliente_.simple("CREAREMPRESA", empresa, clave);
+        } catch (const ErrorEnlace&) {
+            noDisponibleEnRemoto();
+        }
         sesion_.empresa.gArchivoEmpresa = empresa;
         LoadEmpresas();
         return;
