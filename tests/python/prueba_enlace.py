@@ -192,7 +192,7 @@ class PorElServicio(unittest.TestCase):
         self.assertEqual(s.Empresas, ["Obra Peña & Cía"])
         jefa = self.entrar("JEFA")
         self.assertEqual(len(jefa.LeerCarpetas()), 3)
-        self.assertEqual(jefa.Empresas, [])
+        self.assertNotIn("Obra Peña & Cía", jefa.Empresas)
         jefa.Carpeta = suyas[0]
         jefa.LoadEmpresas()
         self.assertEqual((jefa.Carpeta, jefa.Empresas), (suyas[0], s.Empresas))
