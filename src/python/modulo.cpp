@@ -1,6 +1,7 @@
 #include "python/modulo.h"
 
 #include "platform/archivos.h"
+#include "soap/valores.h"
 #include "tarvoline/error_enlace.h"
 
 namespace py = pybind11;
@@ -39,6 +40,8 @@ void anadirErrores(py::module_& modulo) {
             lanzarErrorEnlace(error);
         } catch (const platform::ErrorArchivo& error) {
             PyErr_SetString(PyExc_OSError, (error.ruta() + ": " + error.what()).c_str());
+        } catch (const soap::ErrorServicio& error) {
+            PyErr_SetString(PyExc_ConnectionError, error.what());
         }
     });
 }

@@ -35,7 +35,7 @@ struct Usuario {
 using UsuarioLeido = std::shared_ptr<const Usuario>;  // null = there is none
 
 struct DatosAlta {
-    std::string usuario, clave, cuenta, etiqueta;
+    std::string usuario{}, clave{}, cuenta{}, etiqueta{};
     std::optional<std::int64_t> gb{};  // contracted by the account; nothing leaves it as it is
     std::string tipo{};                // "00", "01", "02"; "" leaves it as it is, "01" for a new user
 };

@@ -227,10 +227,10 @@ class PorElServicio(unittest.TestCase):
         s = self.entrar("ANA")
         self.parar()
         try:
-            with self.assertRaises(RuntimeError) as fallo:
+            with self.assertRaises(ConnectionError) as fallo:
                 s.LoadEmpresas()
             self.assertNotIsInstance(fallo.exception, enlace.ErrorEnlace)
-            with self.assertRaises(RuntimeError):
+            with self.assertRaises(ConnectionError):
                 self.entrar("ANA")
         finally:
             self.arrancar()
