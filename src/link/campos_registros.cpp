@@ -162,7 +162,7 @@ std::string fechaGuardada(const Sesion& sesion, std::string_view texto) {
 }
 
 std::string conCifras(const std::string& texto, int cifras) {
-    const std::string limpio = core::Recortar(texto);
+    std::string limpio = core::Recortar(texto);
     const auto ancho = static_cast<std::size_t>(cifras);
     const bool deCifras = limpio.find_first_not_of("0123456789") == std::string::npos;
     if (limpio.empty() || !deCifras || limpio.size() >= ancho) return limpio;

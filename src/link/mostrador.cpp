@@ -75,7 +75,9 @@ std::string celda(std::string texto) {
 void Mostrador::situar(std::string_view fecha, std::string_view numero) {
     Sesion& sesion = enlace_.interior_->sesion;
     sesion.entrar();
-    sesion.Fecha = fecha.empty() ? std::string() : ValidarFecha(sesion, fecha);
+    // As in LeerAsiento, a date outside the accounting year is one without entries.
+    sesion.Fecha = fechaSinComprobar(sesion, fecha);
+    if (sesion.Fecha.empty() && !fecha.empty()) rechazarFecha(fecha);
     sesion.Número = numero;
 }
 

@@ -82,7 +82,8 @@ void compararFilas(const std::string& una, const std::string& otra, const std::s
     while (std::getline(unas, fila)) {
         if (!std::getline(otras, suya)) suya = "(nada)\r";
         if (fila != suya) {
-            hecha.diferencia = que + ": " + fila + " / " + suya;
+            hecha.diferencia = que + ": ";
+            hecha.diferencia->append(fila).append(" / ").append(suya);
             return;
         }
         ++hecha.filas;

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "core/texto.h"
+#include "data/utilidades.h"
 
 namespace tarvoline::tools {
 
@@ -40,7 +41,7 @@ constexpr std::array<Partida, 3> partidas{{{"7000000000", "Ventas de mercadería
                                            {"6210000001", "Alquiler de las tiendas", 1450}}};
 
 double centimos(double importe) {
-    return static_cast<double>(static_cast<long long>(importe * 100 + 0.5)) / 100;
+    return data::Redondear(importe, 2);
 }
 
 }  // namespace

@@ -59,6 +59,12 @@ Remite Cliente::remite() const {
     return {token_, CARPETA, sesion_.empresa.gEmpresaActual};
 }
 
+Remite Cliente::remiteDe(std::string_view empresa) const {
+    Remite quien = remite();
+    if (!empresa.empty()) quien.empresa = empresa;
+    return quien;
+}
+
 std::string Cliente::enviar(const std::string& forma, Numero numero) {
     std::array<soap::Valor, 2> argumentos{forma, std::string()};
     std::string respuesta = soap_->Llamar("VXWebService", argumentos);
@@ -68,9 +74,7 @@ std::string Cliente::enviar(const std::string& forma, Numero numero) {
 
 std::string Cliente::simple(std::string_view operacion, std::string_view empresa, std::string_view valor,
                             Numero numero) {
-    Remite quien = remite();
-    if (!empresa.empty()) quien.empresa = empresa;
-    return enviar(formaSimple(quien, operacion, "", valor), numero);
+    return enviar(formaSimple(remiteDe(empresa), operacion, "", valor), numero);
 }
 
 std::string Cliente::conCampos(std::string_view operacion, const std::vector<std::string>& elementos,
@@ -78,8 +82,9 @@ std::string Cliente::conCampos(std::string_view operacion, const std::vector<std
     return enviar(formaCampos(remite(), operacion, elementos), numero);
 }
 
-std::string Cliente::buscar(std::string_view archivo, std::string_view filtro) {
-    return conCampos("BUSCAR", {elementoEntero("FILTER", filtro), "ARCHIVO=" + std::string(archivo)});
+std::string Cliente::buscar(std::string_view archivo, std::string_view filtro, std::string_view empresa) {
+    return enviar(formaCampos(remiteDe(empresa), "BUSCAR",
+                              {elementoEntero("FILTER", filtro), "ARCHIVO=" + std::string(archivo)}));
 }
 
 std::string Cliente::cambiar(std::string_view archivo, std::string_view cambios) {

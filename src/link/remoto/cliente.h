@@ -30,7 +30,7 @@ class Cliente {
                           Numero numero = error_enlace::noDisponible);
     std::string enviar(const std::string& forma, Numero numero = error_enlace::noDisponible);
     // Table operations, on a table by its name there. `filtro`: data/filtro.h; `cambios`: cambioDeCampo.
-    std::string buscar(std::string_view archivo, std::string_view filtro);
+    std::string buscar(std::string_view archivo, std::string_view filtro, std::string_view empresa = {});
     std::string cambiar(std::string_view archivo, std::string_view cambios);
     void cambiarFiltradas(std::string_view archivo, std::string_view filtro, std::string_view cambios);
     void borrarFiltradas(std::string_view archivo, std::string_view filtro);
@@ -43,6 +43,8 @@ class Cliente {
     std::string CARPETA;  // folder in force; "": that of the user
 
   private:
+    Remite remiteDe(std::string_view empresa) const;
+
     const Sesion& sesion_;
     std::optional<soap::Conexion> conexion_;
     std::optional<soap::ClienteSoap> soap_;

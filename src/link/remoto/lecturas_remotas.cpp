@@ -20,12 +20,14 @@ bool esPatron(std::string_view texto) {
     return texto.find_first_of("*?") != std::string_view::npos;
 }
 
-// A filter of conditions joined by " AND "; those without a value are left out.
+// A filter of conditions; those without a value are left out.
 class FiltroTexto {
   public:
+    explicit FiltroTexto(std::string_view union_ = " AND ") : union_(union_) {}
+
     FiltroTexto& con(std::string_view columnaYOperador, std::string_view valor) {
         if (valor.empty()) return *this;
-        if (!texto_.empty()) texto_ += " AND ";
+        if (!texto_.empty()) texto_ += union_;
         texto_.append(columnaYOperador).append(valor);
         return *this;
     }
@@ -36,6 +38,7 @@ class FiltroTexto {
     const std::string& texto() const { return texto_; }
 
   private:
+    std::string_view union_;
     std::string texto_;
 };
 
@@ -139,10 +142,11 @@ void OperacionesRemotas::extractoDe(const std::string& cuenta, std::string_view 
     }
 }
 
-// The balance of this form begins with 0.
+// Of one account; the balance begins with 0.
 std::string OperacionesRemotas::LeerExtractoEx(std::string_view cuenta, std::string_view desde,
                                                std::string_view hasta) {
     if (core::Recortar(cuenta).empty()) return {};
+    if (esPatron(cuenta)) return {};
     const LineasCuenta lineas = lineasDe(std::string(cuenta), desde, hasta);
     std::string texto;
     double saldo = 0;
@@ -194,6 +198,7 @@ std::int32_t OperacionesRemotas::LeerPlanEx(const PeticionPlan& peticion) {
     auto& plan = sesion_.resultados.plan;
     plan.vaciar();
     FiltroTexto filtro;
+    if (peticion.vecina == Vecina::anterior && peticion.Cuenta.empty()) return 0;
     if (peticion.vecina != Vecina::ninguna) {
         filtro.con(peticion.vecina == Vecina::siguiente ? "CUENTA>" : "CUENTA<", peticion.Cuenta);
     } else if (!peticion.HastaCuenta.empty()) {
@@ -218,7 +223,10 @@ std::int32_t OperacionesRemotas::LeerDatos(std::string_view cuenta, std::string_
     maestros.vaciar();
     const std::string nombre = titulo.empty() ? std::string() : "*" + std::string(titulo) + "*";
     const TablaRespuesta tabla(
-        cliente_.buscar("DATOS", FiltroTexto().como("CUENTA", cuenta).con("NOMBRE LIKE ", nombre).texto()));
+        cliente_.buscar("DATOS", FiltroTexto()
+                                     .con("NOMBRE LIKE ", nombre)
+                                     .con(esPatron(cuenta) ? "CUENTA LIKE " : "CUENTA = ", cuenta)
+                                     .texto()));
     std::vector<DatosClass> filas;
     for (std::size_t i = 0; i < tabla.filas(); ++i)
         filas.push_back(datosDe(tabla, i));
@@ -236,25 +244,37 @@ std::string OperacionesRemotas::EsCriterioCaja(std::string_view /*cuenta*/) {
 }
 
 // Rows with a date of collection have been collected; the others are the invoice.
+OperacionesRemotas::SumaFactura OperacionesRemotas::sumarFactura(const std::string& filtro,
+                                                                 std::string_view empresa) {
+    const TablaRespuesta tabla(cliente_.buscar("IVA01", filtro, empresa));
+    SumaFactura suma{tabla.filas() > 0, 0};
+    for (std::size_t i = 0; i < tabla.filas(); ++i) {
+        const bool cobro = !fechaDeRespuesta(sesion_, tabla.texto(i, "FECHA COBRO/PAGO")).empty();
+        suma.pendiente += (cobro ? -1 : 1) * tabla.numero(i, "LIQUIDO");
+    }
+    return suma;
+}
+
+// The year before counts where it is in the same folder.
 double OperacionesRemotas::TotalPendiente(std::string_view cliente, std::string_view factura,
                                           std::string_view fechaFactura) {
-    const TablaRespuesta tabla(cliente_.buscar(
-        "IVA01", FiltroTexto()
-                     .con("CLIENTE/PROVEEDOR = ", cliente)
-                     .con("factura No. = ", factura)
-                     .con("FECHA FACTURA  =", fechaNormal(fechaDeTexto(sesion_, fechaFactura)))
-                     .texto()));
-    if (tabla.filas() == 0) {
+    const std::string filtro = FiltroTexto(" and ")
+                                   .con("CLIENTE/PROVEEDOR = ", cliente)
+                                   .con("factura No. = ", factura)
+                                   .con("FECHA FACTURA  =", fechaNormal(fechaDeTexto(sesion_, fechaFactura)))
+                                   .texto();
+    SumaFactura suma = sumarFactura(filtro, {});
+    const std::string anterior = core::SepararRuta(EmpresaAñoAnterior()).nombre;
+    if (!anterior.empty() && existe(anterior, {})) {
+        const SumaFactura antes = sumarFactura(filtro, anterior);
+        suma = {suma.hay || antes.hay, suma.pendiente + antes.pendiente};
+    }
+    if (!suma.hay) {
         throw ErrorEnlace(error_enlace::facturaNoExiste, "No existe la factura " + std::string(factura) +
                                                              " para el cliente/proveedor " +
                                                              std::string(cliente));
     }
-    double pendiente = 0;
-    for (std::size_t i = 0; i < tabla.filas(); ++i) {
-        const bool cobro = !fechaDeRespuesta(sesion_, tabla.texto(i, "FECHA COBRO/PAGO")).empty();
-        pendiente += (cobro ? -1 : 1) * tabla.numero(i, "LIQUIDO");
-    }
-    return data::Redondear(pendiente, decimales);
+    return data::Redondear(suma.pendiente, decimales);
 }
 
 }  // namespace tarvoline::link::remoto

@@ -52,12 +52,8 @@ void OperacionesRemotas::AbrirEmpresa(std::string_view empresa, std::string_view
     const auto texto = [&](const char* nombre) {
         return core::Recortar(cliente_.simple("GETTOTAL", empresa, nombre));
     };
-    try {
-        if (cliente_.simple("EMPRESAEXISTS", empresa, clave, error_enlace::empresaNoExiste) == "NO")
-            throw ErrorEnlace(error_enlace::empresaNoExiste, "");
-    } catch (const ErrorEnlace&) {
+    if (!existe(empresa, clave))
         fallarConEmpresa(error_enlace::empresaNoExiste, "Empresa Veldorix no existe: ", empresa);
-    }
     const std::string esperada = texto("PASSWORD1");
     if (!esperada.empty() && esperada != clave)
         fallarConEmpresa(error_enlace::claveNoValida, "Password Empresa Veldorix no válido: ", empresa);
@@ -65,6 +61,14 @@ void OperacionesRemotas::AbrirEmpresa(std::string_view empresa, std::string_view
     sesion_.empresa.cabecera.poner(data::cabecera::APERTURA, texto("APERTURA"));
     sesion_.empresa.gArchivoEmpresa = empresa;
     sesion_.empresa.gEmpresaActual = empresa;
+}
+
+bool OperacionesRemotas::existe(std::string_view empresa, std::string_view clave) {
+    try {
+        return cliente_.simple("EMPRESAEXISTS", empresa, clave) != "NO";
+    } catch (const ErrorEnlace&) {
+        return false;
+    }
 }
 
 std::string OperacionesRemotas::leerConfig(std::string_view nombre) {
@@ -82,7 +86,9 @@ std::string OperacionesRemotas::EmpresaAñoAnterior() {
 // For an administrator all folders; anybody else has but his own.
 std::vector<std::string> OperacionesRemotas::LeerCarpetas() {
     if (!cliente_.esAdministrador()) return {cliente_.carpetaPropia()};
-    return core::Partir(cliente_.simple("LEERCARPETASVELDORIX2", "", ""), ",");
+    auto carpetas = core::Partir(cliente_.simple("LEERCARPETASVELDORIX2", "", ""), ",");
+    std::erase(carpetas, "");
+    return carpetas;
 }
 
 // The pending collections are empty afterwards, whatever the service says. A number that it has drawn becomes

@@ -71,6 +71,7 @@ class OperacionesRemotas : public Operaciones {
     std::vector<std::string> LeerAsientosGuid(std::string_view guid) override;
 
   private:
+    bool existe(std::string_view empresa, std::string_view clave);
     std::string fechaNormal(std::string_view guardada) const;
     void leerAsientoCon(const std::string& fecha, const std::string& numero, const std::string& posicion);
     bool buscarLineas(const std::string& filtro);
@@ -81,6 +82,12 @@ class OperacionesRemotas : public Operaciones {
     };
     LineasCuenta lineasDe(const std::string& cuenta, std::string_view desde, std::string_view hasta);
     void extractoDe(const std::string& cuenta, std::string_view desde, std::string_view hasta);
+    // Rows of an invoice in the book of a company; "": the session's.
+    struct SumaFactura {
+        bool hay = false;
+        double pendiente = 0;
+    };
+    SumaFactura sumarFactura(const std::string& filtro, std::string_view empresa);
     void leerPlan(const char* archivo, const std::string& filtro, bool porTitulo);
 
     Sesion& sesion_;
