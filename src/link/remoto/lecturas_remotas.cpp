@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <map>
 
+#include "core/carpetas.h"
 #include "core/texto.h"
 #include "data/codec.h"
 #include "data/utilidades.h"
@@ -20,14 +21,12 @@ bool esPatron(std::string_view texto) {
     return texto.find_first_of("*?") != std::string_view::npos;
 }
 
-// A filter of conditions; those without a value are left out.
+// A filter of conditions joined by " AND "; those without a value are left out.
 class FiltroTexto {
   public:
-    explicit FiltroTexto(std::string_view union_ = " AND ") : union_(union_) {}
-
     FiltroTexto& con(std::string_view columnaYOperador, std::string_view valor) {
         if (valor.empty()) return *this;
-        if (!texto_.empty()) texto_ += union_;
+        if (!texto_.empty()) texto_ += " AND ";
         texto_.append(columnaYOperador).append(valor);
         return *this;
     }
@@ -38,7 +37,6 @@ class FiltroTexto {
     const std::string& texto() const { return texto_; }
 
   private:
-    std::string_view union_;
     std::string texto_;
 };
 
@@ -258,11 +256,10 @@ OperacionesRemotas::SumaFactura OperacionesRemotas::sumarFactura(const std::stri
 // The year before counts where it is in the same folder.
 double OperacionesRemotas::TotalPendiente(std::string_view cliente, std::string_view factura,
                                           std::string_view fechaFactura) {
-    const std::string filtro = FiltroTexto(" and ")
-                                   .con("CLIENTE/PROVEEDOR = ", cliente)
-                                   .con("factura No. = ", factura)
-                                   .con("FECHA FACTURA  =", fechaNormal(fechaDeTexto(sesion_, fechaFactura)))
-                                   .texto();
+    const std::string fecha = fechaNormal(fechaDeTexto(sesion_, fechaFactura));
+    std::string filtro =
+        "CLIENTE/PROVEEDOR = " + std::string(cliente) + " and factura No. = " + std::string(factura);
+    if (!fecha.empty()) filtro += " and FECHA FACTURA  =" + fecha;
     SumaFactura suma = sumarFactura(filtro, {});
     const std::string anterior = core::SepararRuta(EmpresaAñoAnterior()).nombre;
     if (!anterior.empty() && existe(anterior, {})) {
