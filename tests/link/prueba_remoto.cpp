@@ -1,13 +1,9 @@
-// The remote side of the link: the forms byte by byte, and what it makes of answers, good and bad ones, from
-// a service that plays a script.
+// The remote side of the link: who may come in, and the forms byte by byte.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "apoyo/servidor_guion.h"
-#include "apoyo/variables_proceso.h"
-#include "apoyo_enlace.h"
+#include "apoyo_remoto.h"
 #include "link/remoto/formas.h"
-#include "soap/servidor.h"
 
 namespace tarvoline::pruebas {
 namespace {
@@ -18,8 +14,6 @@ using link::remoto::elementoEntero;
 using link::remoto::formaCampos;
 using link::remoto::formaSimple;
 using testing::ElementsAre;
-
-constexpr const char* cabecera = "<?xml version=\"1.0\" standalone=\"yes\" ?>\r\n";
 
 TEST(FormasRemotas, ByteAByte) {
     EXPECT_EQ(formaSimple({"t1", "", ""}, "LEEREMPRESAS", "", ""),
@@ -65,60 +59,6 @@ TEST(FormasRemotas, CambiosDeCampos) {
     EXPECT_EQ(cambioDeCampo(3, ""), "3=\t");
 }
 
-// A service that answers what the test says, and keeps what it was asked.
-struct Remoto : testing::Test, MundoEnlace {
-    Remoto() {
-        variables.poner("no_proxy", "127.0.0.1");
-        enlace.CerrarEmpresa();
-    }
-    static soap::Contrato contrato() {
-        return {"S",
-                "urn:prueba",
-                {{"ID", {{"u"}, {"c"}}}, {"VXWebService", {{"x"}, {"s", soap::TipoValor::texto, true}}}}};
-    }
-    Actuacion actuar(const PeticionGuion& peticion) {
-        if (peticion.metodo == "GET") {
-            return Actuacion::http(200, "text/xml",
-                                   soap::EscribirWsdl(contrato(), servidor.url("/vxenlace.asmx")));
-        }
-        const soap::Contrato suyo = contrato();
-        const soap::PeticionSoap llamada = soap::LeerPeticion(suyo, peticion.cuerpo);
-        const auto& texto = std::get<std::string>(llamada.argumentos[0]);
-        if (llamada.operacion->nombre == "ID") return dar(suyo, llamada, entrada);
-        formas.push_back(texto.substr(std::string(cabecera).size()));
-        if (cortado) return Actuacion::cortar();
-        for (const auto& [parte, respuesta] : respuestas) {
-            if (texto.find("<" + parte) != std::string::npos) return dar(suyo, llamada, respuesta);
-        }
-        return dar(suyo, llamada, "");
-    }
-    static Actuacion dar(const soap::Contrato& contrato, const soap::PeticionSoap& llamada,
-                         const std::string& texto) {
-        return Actuacion::http(200, "text/xml", soap::EscribirRespuesta(contrato, llamada, texto));
-    }
-    void entrar() { enlace.Login("ANA", "clave", servidor.url("")); }
-    // In, with a company of 2026.
-    void abrir() {
-        respuestas["EMPRESAEXISTS"] = "SI";
-        respuestas["GETTOTAL"] = "26";
-        entrar();
-        respuestas.erase("GETTOTAL");
-        respuestas["VALOR>AÑO"] = "26";
-        respuestas["VALOR>A&#209;O"] = "26";
-        respuestas["VALOR>APERTURA"] = "01";
-        enlace.AbrirEmpresa("Mía");
-        formas.clear();
-    }
-    const std::string& ultima() const { return formas.back(); }
-
-    VariablesProceso variables;
-    std::string entrada = "tok\tANA\t01\tU1\tAna\t2";
-    std::map<std::string, std::string> respuestas;  // by what the form has in it
-    std::vector<std::string> formas;                // without their head
-    bool cortado = false;
-    ServidorGuion servidor{[this](const PeticionGuion& peticion) { return actuar(peticion); }};
-};
-
 TEST_F(Remoto, QuienEntra) {
     EXPECT_FALSE(enlace.ModoRemoto());
     esperarError([&] { enlace.LeerCarpetas(); }, error::soloEnRemoto,
@@ -144,6 +84,8 @@ TEST_F(Remoto, QuienEntra) {
     entrar();
     respuestas["LEERCARPETASVELDORIX2"] = "U1,U2";
     EXPECT_THAT(enlace.LeerCarpetas(), ElementsAre("U1", "U2"));
+    respuestas["LEERCARPETASVELDORIX2"] = "";
+    EXPECT_THAT(enlace.LeerCarpetas(), ElementsAre());
     enlace.Carpeta("U2");
     enlace.LoadEmpresas();
     EXPECT_EQ(ultima(), "<LEEREMPRESAS><ID>tok</ID><CARPETA>U2</CARPETA>\r\n</LEEREMPRESAS>");
@@ -264,6 +206,9 @@ TEST_F(Remoto, LasFormasDeLasDemas) {
         {[&] { enlace.LeerDatos("", "ana"); },
          "<BUSCAR>\r\n" + empresa +
              "<FILTER>NOMBRE LIKE *ana*</FILTER>\r\n<ARCHIVO>DATOS</ARCHIVO>\r\n</BUSCAR>"},
+        {[&] { enlace.LeerDatos("4300000001"); },
+         "<BUSCAR>\r\n" + empresa +
+             "<FILTER>CUENTA = 4300000001</FILTER>\r\n<ARCHIVO>DATOS</ARCHIVO>\r\n</BUSCAR>"},
         {[&] { enlace.CrearCuenta(cuenta, "T=1: x", "-1", true, "-1"); },
          "<UPDATE>\r\n" + empresa +
              "<CAMPOS>1=4300*\t2=T-1&#58; x\t6=1\t</CAMPOS>\r\n<ARCHIVO>PLANC</ARCHIVO>\r\n</UPDATE>"},
@@ -291,109 +236,6 @@ TEST_F(Remoto, LasFormasDeLasDemas) {
         EXPECT_EQ(enlace.Número(), "000002") << "no entry, no move";
     }
     EXPECT_EQ(cuenta, "4300000009") << "the account that the service numbered";
-}
-
-TEST_F(Remoto, LosErroresDeCadaUna) {
-    abrir();
-    respuestas.clear();
-    for (const char* operacion :
-         {"UPDATE", "BORRARCUENTA", "ANULARASIENTO", "BUSCAR", "LEERASIENTO", "SETGUID"})
-        respuestas[operacion] = "eRRor: no";
-    std::string cuenta = "1";
-    const struct {
-        std::function<void()> llamar;
-        std::uint32_t numero;
-    } casos[] = {{[&] { enlace.CrearCuenta(cuenta, ""); }, error::errorIndexados},
-                 {[&] { enlace.CrearAnalitica(cuenta, ""); }, error::errorIndexados},
-                 {[&] { enlace.CrearDatos({.Cuenta = "1"}); }, error::errorIndexados},
-                 {[&] { enlace.CrearPresupuesto("1", ""); }, error::errorIndexados},
-                 {[&] { enlace.AnularCuenta("1"); }, error::errorIndexados},
-                 {[&] { enlace.AnularApuntePorReferencia("1"); }, error::errorIndexados},
-                 {[&] { enlace.AnularAsiento("15/03/26", "1"); }, error::noDisponible},
-                 {[&] { enlace.LeerPrimerAsiento(); }, error::noDisponible},
-                 {[&] { enlace.LeerCartera(); }, error::noDisponible}};
-    for (const auto& caso : casos)
-        esperarError(caso.llamar, caso.numero, "eRRor: no");
-    esperarError([&] { enlace.GUID("1", ""); }, error::sinGuid, "Error al crear un GUID", "");
-    const std::string noEsta = "Esta opción no está disponible con enlace a Veldorix Online";
-    for (const std::function<void()>& llamar : std::initializer_list<std::function<void()>>{
-             [&] { enlace.AnularApuntePorRegistro(1); }, [&] { enlace.LeerReferencia("1"); },
-             [&] { enlace.LeerInmovilizado(); }, [&] { enlace.CrearInmovilizado({}); },
-             [&] { enlace.LeerDatosGlobales(); }, [&] { enlace.CrearDatosGloblales({}); },
-             [&] { enlace.ExisteNifDatosGlobales(""); }, [&] { enlace.Util_LeerDatos("DATOS"); },
-             [&] { enlace.LeerExtracto("1", "", "", 10); }}) {
-        esperarError(llamar, error::noDisponible, noEsta);
-    }
-}
-
-// An answer is read as far as it is one; nothing of a bad one stays.
-TEST_F(Remoto, RespuestasDeTodaClase) {
-    abrir();
-    const auto leer = [&](const std::string& respuesta) {
-        respuestas["LEERASIENTO"] = respuesta;
-        enlace.LeerPrimerAsiento();
-    };
-    leer(
-        "<R><ASIENTOS><ASIENTO NUMERO='000004' FECHA='31/12/2026'><APUNTES><A CUENTA='&#241;\"&amp;' "
-        "TIPO='2' "
-        "IMPORTE='1.234,5'/><!-- nada --><A/></APUNTES><OTRA><A CUENTA='x'/></OTRA><x:APUNTESIVA><I BASE='2' "
-        "FECHA_FRA='C60315'/></x:APUNTESIVA><APUNTESCARTERA><C "
-        "IMPORTE='7'/></APUNTESCARTERA></ASIENTO></ASIENTOS></R>");
-    EXPECT_EQ(enlace.Fecha() + enlace.Número(), "261231000004");
-    ASSERT_EQ(enlace.ContadorApuntes(), 2);
-    EXPECT_EQ(enlace.Apunte(1)->Cuenta, "ñ\"&");
-    EXPECT_EQ(enlace.Apunte(1)->Importe, 1234.5);
-    EXPECT_EQ(enlace.Apunte(2)->Cuenta + enlace.Apunte(2)->Canal, "");
-    EXPECT_EQ(enlace.iva(1)->FechaFactura, "15/03/26");
-    EXPECT_EQ(enlace.cartera(1)->Importe, 7);
-    EXPECT_TRUE(enlace.HayPendientes()) << "as on files: who stores has it twice";
-    leer("<R><ASIENTOS/></R>");
-    EXPECT_EQ(enlace.ContadorApuntes(), 0);
-    EXPECT_EQ(enlace.Número(), "000004") << "nobody there, no move";
-    for (const char* mala : {"esto no es XML", "<R><ASIENTOS><ASIENTO", "<R><A><B NUMERO='1'/></A></R>",
-                             "<R><A><ASIENTO NUMERO='1' FECHA='ayer'/></A></R>",
-                             "<!DOCTYPE r [<!ENTITY x SYSTEM 'file:///etc/passwd'>]><R>&x;</R><R/>"}) {
-        try {
-            leer(mala);
-        } catch (const link::ErrorEnlace& fallo) {
-            EXPECT_NE(fallo.numero(), 0U);
-        }
-        EXPECT_EQ(enlace.ContadorApuntes(), 0) << mala;
-        EXPECT_EQ(enlace.Número(), "000004") << mala;
-    }
-    leer(std::string(8, '\n') + "<R>" + std::string(2'000'000, ' ') + "</R>");
-    EXPECT_EQ(enlace.ContadorApuntes(), 0);
-
-    respuestas["BUSCAR"] = "CUENTA\tTITULO\tDEBE ENERO\tSOBRA\r\n\n4300\tUno\t12,5\n4301\n";
-    EXPECT_EQ(enlace.LeerPlanEx(1, "*"), 2);
-    EXPECT_EQ(enlace.PlanDebe(1, 1), 12.5);
-    EXPECT_EQ(enlace.Plan(2)->Cuenta + enlace.Plan(2)->titulo, "4301");
-    respuestas["BUSCAR"] = "";
-    EXPECT_EQ(enlace.ExisteReferencia("x"), 0);
-    EXPECT_EQ(enlace.LeerDatos(), 0);
-    for (const char* mala : {"no es", "<TIPOSIVA", "<T><TIPOIVA>TIPO</TIPOIVA></T>"}) {
-        respuestas["LEERTIPOSIVA"] = mala;
-        try {
-            EXPECT_EQ(enlace.tiposiva(1)->Cuota, 0) << mala;
-        } catch (const link::ErrorEnlace& fallo) {
-            EXPECT_EQ(fallo.numero(), error::noDisponible) << mala;
-        }
-    }
-}
-
-TEST_F(Remoto, ElServicioSeVaYVuelve) {
-    abrir();
-    enlace.Fecha("15/03/26");
-    enlace.Número("");
-    enlace.AñadirApunte("57", "x", 1, 1);
-    cortado = true;
-    EXPECT_THROW(enlace.GrabarAsiento(), soap::ErrorServicio);
-    EXPECT_FALSE(enlace.HayPendientes());
-    EXPECT_THROW(enlace.LeerUltimoAsiento(), soap::ErrorServicio);
-    cortado = false;
-    respuestas["LEERASIENTO"] = "<R><A><ASIENTO NUMERO='000009' FECHA='01/02/2026'/></A></R>";
-    enlace.LeerUltimoAsiento();
-    EXPECT_EQ(enlace.Número(), "000009");
 }
 
 }  // namespace
