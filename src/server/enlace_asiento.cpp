@@ -28,7 +28,7 @@ std::string numero(double valor) {
 
 // The document does not say which register an invoice stands in: its tax account tells.
 std::string serieDe(pugi::xml_node fila) {
-    const std::string dada = atributo(fila, "SRTC");
+    std::string dada = atributo(fila, "SRTC");
     if (!dada.empty()) return dada;
     constexpr std::string_view soportado = "472";
     return core::empiezaPor(atributo(fila, "CTA_IVA"), soportado) ? "S" : "R";

@@ -43,10 +43,9 @@ std::string claveDe(const std::string& carpeta, const std::string& nombre) {
 
 }  // namespace
 
-MundoEnlace::MundoEnlace(platform::SistemaArchivos& archivos, core::Registro& registro,
-                         const std::string& carpeta)
+MundoEnlace::MundoEnlace(platform::SistemaArchivos& archivos, core::Registro& registro, std::string carpeta)
     : archivos_(archivos),
-      carpeta_(carpeta),
+      carpeta_(std::move(carpeta)),
       reloj_(platform::crearReloj()),
       arbol_(std::make_unique<ArbolDeSesion>()),
       ajustes_(*arbol_),

@@ -22,7 +22,7 @@ namespace tarvoline::server {
 class MundoEnlace {
   public:
     // `carpeta` is made when missing, with copies of the shared files of the program directory.
-    MundoEnlace(platform::SistemaArchivos& archivos, core::Registro& registro, const std::string& carpeta);
+    MundoEnlace(platform::SistemaArchivos& archivos, core::Registro& registro, std::string carpeta);
     ~MundoEnlace();
 
     link::Enlace& enlace() { return *enlace_; }

@@ -127,7 +127,7 @@ std::string OperacionesEnlace::atender(const FormaEnlace& forma) {
 // His own, or, for an administrator, that of somebody in his account.
 std::string OperacionesEnlace::carpetaDe(const SesionEnlace& sesion, const std::string& pedida) {
     const UsuarioLeido usuario = usuarios_.buscar(sesion.usuario().usuario);
-    const std::string propia = sesion.usuario().carpetaRaiz();
+    std::string propia = sesion.usuario().carpetaRaiz();
     if (pedida.empty() || core::igualSinCaja(pedida, propia)) return propia;
     const UsuarioLeido otro = usuarios_.porCarpetaRaiz(pedida);
     const bool suya = usuario && usuario->tipo == "00" && otro && !usuario->cuenta.empty() &&
