@@ -81,10 +81,10 @@ class TARVOLINE_PUBLICO Enlace {
     static std::string Version();
 
     // Goes over to the accounting service at `ip` ("https://books.example", "10.0.0.5:8080"), for all that
-    // follows; the company that was open is closed, and companies are names there. Throws entradaRehusada
-    // with the service's answer, noDisponible for a user who may not come this way. Failures of the line
-    // pass, here and behind, as exceptions with a text for the user. What the service does not offer throws
-    // noDisponible.
+    // follows; the company that was open is closed, and companies are names there. The first login that
+    // reaches a service settles the address for later ones. Throws entradaRehusada with the service's answer,
+    // noDisponible for a user who may not come this way. Failures of the line pass, here and behind, as
+    // exceptions with a text for the user. What the service does not offer throws noDisponible.
     void Login(std::string_view usuario, std::string_view password, std::string_view ip);
     bool ModoRemoto() const;
     // Folder of companies at the service, "" that of the user; an administrator may choose another one. Throw

@@ -86,6 +86,12 @@ TEST_F(Remoto, RespuestasDeTodaClase) {
     EXPECT_EQ(enlace.LeerPlanEx(1, "*"), 2);
     EXPECT_EQ(enlace.PlanDebe(1, 1), 12.5);
     EXPECT_EQ(enlace.Plan(2)->Cuenta + enlace.Plan(2)->titulo, "4301");
+    std::string muchas = "CUENTA\n";
+    constexpr int cuantas = 2'000'000;
+    for (int i = 0; i < cuantas; ++i)
+        muchas += "4300000001\n";
+    respuestas["BUSCAR"] = muchas;
+    EXPECT_EQ(enlace.ExisteReferencia("x"), cuantas) << "more than other answers may hold";
     respuestas["BUSCAR"] = "";
     EXPECT_EQ(enlace.ExisteReferencia("x"), 0);
     EXPECT_EQ(enlace.LeerDatos(), 0);

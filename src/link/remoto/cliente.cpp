@@ -15,6 +15,9 @@ constexpr std::string_view contrato = "/vxenlace.asmx?wsdl";
 constexpr std::size_t lugarToken = 0, lugarTipo = 2, lugarCarpeta = 3, camposEntrada = 6;
 constexpr std::string_view ultimoTipo = "01";
 
+// A search may find the whole journal of a large company.
+constexpr std::size_t respuestaMaxima = std::size_t{128} * 1024 * 1024;
+
 std::string direccionCompleta(std::string_view direccion) {
     std::string completa = core::Recortar(direccion);
     if (completa.find("://") == std::string::npos) completa.insert(0, "http://");
@@ -32,7 +35,7 @@ bool esError(std::string_view respuesta) {
 
 std::string Cliente::entrar(std::string_view usuario, std::string_view clave, std::string_view direccion) {
     if (!conectado_) {
-        if (!conexion_) conexion_.emplace();
+        if (!conexion_) conexion_.emplace(soap::OpcionesTransporte{.respuestaMaxima = respuestaMaxima});
         if (!soap_) soap_.emplace(*conexion_);
         soap_->Iniciar(direccionCompleta(direccion), "", "", "");
         conectado_ = true;
