@@ -33,8 +33,7 @@ void leerEntrada(const link::Sesion& sesion, std::string_view respuesta) {
     constexpr std::size_t guardada = 6;
     exigir(leido.fecha.empty() || leido.fecha.size() == guardada);
     const link::Pendientes& lineas = leido.lineas;
-    exigir(leido.hay || (lineas.apuntes.vacia() && lineas.ivas.vacia() && lineas.carteras.vacia() &&
-                         lineas.analiticas.vacia()));
+    exigir(leido.hay || !lineas.hayLineas());
     for (const auto& linea : lineas.apuntes)
         exigir(std::isfinite(linea->Importe));
     for (const auto& linea : lineas.ivas)

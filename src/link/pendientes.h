@@ -32,6 +32,9 @@ struct Pendientes {
         return analiticas.anadir(std::move(linea));
     }
 
+    bool hayLineas() const {
+        return !apuntes.vacia() || !ivas.vacia() || !carteras.vacia() || !analiticas.vacia();
+    }
     // Leaves HayPendientes as it is.
     void vaciar() {
         apuntes.vaciar();

@@ -162,9 +162,17 @@ TEST_F(Remoto, ElDocumentoDeUnAsiento) {
     respuestas["GRABARASIENTO"] = "Error: lleno";
     esperarError([&] { enlace.GrabarAsiento(); }, error::noDisponible, "Error: lleno");
     EXPECT_FALSE(enlace.HayPendientes()) << "in every case";
-    const auto veces = formas.size();
+    auto veces = formas.size();
     enlace.GrabarAsiento();
     EXPECT_EQ(formas.size(), veces) << "nothing is pending";
+    enlace.AñadirApunte("57", "x", 1, 1);
+    enlace.CerrarEmpresa();
+    abrir();
+    veces = formas.size();
+    EXPECT_TRUE(enlace.HayPendientes());
+    EXPECT_EQ(enlace.GrabarAsiento(), 0);
+    EXPECT_EQ(formas.size(), veces) << "an entry without a line";
+    EXPECT_FALSE(enlace.HayPendientes());
 }
 
 TEST_F(Remoto, LasFormasDeLasDemas) {

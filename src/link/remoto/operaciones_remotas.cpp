@@ -100,6 +100,7 @@ std::int32_t OperacionesRemotas::GrabarAsiento() {
         Sesion& sesion;
         ~AlFinal() { sesion.LimpiarPendientes(); }
     } const alFinal{sesion_};
+    if (!sesion_.pendientes.hayLineas()) return 0;  // the company that they were for has been closed
     const std::string respuesta =
         core::Recortar(cliente_.enviar(documentoAsiento(cliente_.remite(), sesion_)));
     const bool numero =
