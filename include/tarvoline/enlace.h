@@ -305,7 +305,7 @@ class TARVOLINE_PUBLICO Enlace {
     bool CrearAlterna(std::string& cuenta, std::string_view titulo, std::string_view nivel = "0");
 
     // Accounts into Plan: one ("4300000001"), those of a pattern ("4300*", "?"), or of a list of both with
-    // commas; "" is "?", the parents of one digit. `nivel` and `titulo`, which may be a pattern, restrict
+    // commas; "" and "?" alone mean every account. `nivel` and `titulo`, which may be a pattern, restrict
     // them; with a title they come in the order of titles. True when there is one.
     bool LeerPlan(std::string_view cuenta = {}, std::string_view nivel = {}, std::string_view titulo = {});
     // The same of one of the charts: `fi` 1 the accounts, 8 the analytic ones, 9 the alternate ones; of any

@@ -191,7 +191,13 @@ void TablaCursor::Borrar() {
     asegurarAbierta();
     if (registro_ == 0) throw ErrorCursor("there is no row to be removed");
     const std::int32_t borrado = registro_;
-    tablas_.BorrarRegistro(ranura_, borrado);
+    {
+        const FilaBloqueada bloqueo(capa_, tablas_, ranura_, borrado);
+        // As it is now; what somebody else has removed is gone already.
+        tablas_.gEstado = motor::estado::bien;
+        if (tablas_.LeerRegistro(ranura_, borrado) == EstadoRegistro::vivo)
+            tablas_.BorrarRegistro(ranura_, borrado);
+    }
     soltarFila();
     const auto donde = std::ranges::find(conjunto_, borrado);
     if (!tomado_ || donde == conjunto_.end()) return;

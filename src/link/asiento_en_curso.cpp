@@ -37,7 +37,10 @@ void AsientoEnCurso::poner(int tabla, int posicion, double valor) {
 
 std::optional<std::int32_t> AsientoEnCurso::anadir(int tabla) {
     tablas.AnadirRegistro(tabla);
-    if (tablas.gEstado != estado::bien) return std::nullopt;
+    if (tablas.gEstado != estado::bien) {
+        algunaRehusada = true;
+        return std::nullopt;
+    }
     return tablas.gRegistro;
 }
 

@@ -33,6 +33,7 @@ class Pasos {
   public:
     explicit Pasos(Sesion& sesion) : sesion_(sesion) {}
     void operator()(std::string_view cual, const std::function<void()>& paso);
+    bool algunoFallo() const { return contado_; }
 
   private:
     Sesion& sesion_;
@@ -80,6 +81,7 @@ class AsientoEnCurso {
     const std::string hoy;  // stored form
     std::vector<CuentaAnalitica> CuentasAnaliticas;
     ErrorAplazado aplazado;
+    bool algunaRehusada = false;  // a record whose keys were refused
     std::optional<data::TablaCursor> cursorExtra, cursorIva;
 
   private:

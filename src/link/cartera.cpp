@@ -12,15 +12,17 @@ namespace campo = posicion::efect;
 using data::Condicion;
 using data::Operador;
 
-std::vector<Condicion> condicionesDe(const FiltroCartera& filtro) {
+std::vector<Condicion> condicionesDe(const Sesion& sesion, const FiltroCartera& filtro) {
     constexpr const char* vencimiento = "FECHA VENCIMIENTO";
     std::vector<Condicion> condiciones;
     if (!filtro.cartera.empty())
         condiciones.push_back(iguales("CARTERA/BANCO", filtro.cartera, ancho::cartera));
     if (!filtro.DesdeFechaVencimiento.empty())
-        condiciones.push_back({vencimiento, Operador::mayorIgual, filtro.DesdeFechaVencimiento});
+        condiciones.push_back(
+            {vencimiento, Operador::mayorIgual, fechaDeTexto(sesion, filtro.DesdeFechaVencimiento)});
     if (!filtro.HastaFechaVencimiento.empty())
-        condiciones.push_back({vencimiento, Operador::menorIgual, filtro.HastaFechaVencimiento});
+        condiciones.push_back(
+            {vencimiento, Operador::menorIgual, fechaDeTexto(sesion, filtro.HastaFechaVencimiento)});
     if (!filtro.Cuenta.empty()) condiciones.push_back(iguales(columna::cuenta, filtro.Cuenta, ancho::cuenta));
     if (!filtro.Asiento.empty())
         condiciones.push_back(iguales("ASIENTO CONTABLE", filtro.Asiento, ancho::asiento));
@@ -48,9 +50,13 @@ CarteraLeida Cartera::LeerCartera(const FiltroCartera& filtro) {
 
 void Cartera::MarcarCartera(std::string_view marca, const FiltroCartera& filtro) {
     recorrer(filtro, [&](data::TablaCursor& cursor) {
-        cursor.Editar();
-        cursor.EscribirCampo(campo::marca, 0, marca);
-        cursor.Actualizar();
+        try {
+            cursor.Editar();
+            cursor.EscribirCampo(campo::marca, 0, marca);
+            cursor.Actualizar();
+        } catch (const data::ErrorCursor&) {
+            return;  // somebody has removed it
+        }
         exigirClaves(sesion_.contexto.tablas());
     });
 }
@@ -65,7 +71,7 @@ void Cartera::AnularCartera(const FiltroCartera& filtro) {
 void Cartera::recorrer(const FiltroCartera& filtro, const std::function<void(data::TablaCursor&)>& alPasar) {
     data::TablaCursor cursor(sesion_.contexto.datos, sesion_.contexto.tablas());
     abrirCursor(sesion_, cursor, data::tabla::efect);
-    cursor.Filtrar(condicionesDe(filtro));
+    cursor.Filtrar(condicionesDe(sesion_, filtro));
     for (cursor.Primero(); !cursor.FinDeTabla(); cursor.Siguiente())
         alPasar(cursor);
 }

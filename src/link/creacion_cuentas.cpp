@@ -52,7 +52,7 @@ void numerar(TablaCursor& cursor, const std::array<int, 9>& niveles, std::string
 void anadir(TablaCursor& cursor, const CuentaNueva& cuenta, const std::string& nivel, bool analitica) {
     cursor.Nuevo();
     cursor.EscribirCampo(campo::cuenta, 0, cuenta.Cuenta);
-    cursor.EscribirCampo(campo::titulo, 0, cuenta.titulo);
+    if (cuenta.titulo != sinCambio) cursor.EscribirCampo(campo::titulo, 0, cuenta.titulo);
     cursor.EscribirCampo(campo::nivel, 0, nivel);
     for (int periodo = 0; periodo < periodos; ++periodo) {
         cursor.EscribirCampo(campo::debe, periodo, 0.0);
@@ -89,6 +89,9 @@ bool CreacionCuentas::crearOCambiar(TablaCursor& cursor, CuentaNueva& cuenta) co
         std::string numerada = cuenta.Cuenta;
         numerar(cursor, sesion_.empresa.gNiveles, numerada);
         if (numerada.size() > ancho::cuenta) return false;
+        // A number that is taken belongs to somebody else.
+        filtrarCuenta(cursor, numerada);
+        if (!cursor.FinDeTabla()) return false;
         cuenta.Cuenta = numerada;
     }
     filtrarCuenta(cursor, cuenta.Cuenta);
@@ -98,7 +101,7 @@ bool CreacionCuentas::crearOCambiar(TablaCursor& cursor, CuentaNueva& cuenta) co
         const bool propio = nivel != sinCambio && nivel != ponerAnalitica && !nivel.empty();
         anadir(cursor, cuenta, propio ? nivel : std::string(dePosteo), conMarca);
     } else if (nivel == sinCambio) {
-        cambiar(cursor, campo::titulo, cuenta.titulo);
+        if (cuenta.titulo != sinCambio) cambiar(cursor, campo::titulo, cuenta.titulo);
     } else if (nivel == ponerAnalitica) {
         cambiar(cursor, campo::analitica, "1");
     }

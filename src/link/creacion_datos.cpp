@@ -1,9 +1,12 @@
 #include "link/creacion_datos.h"
 
+#include <algorithm>
+
 #include "core/texto.h"
 #include "data/acceso_archivo.h"
 #include "data/empresa_suelta.h"
 #include "link/campos_datos.h"
+#include "link/campos_registros.h"
 #include "link/consultas.h"
 #include "link/importe_texto.h"
 #include "link/posiciones.h"
@@ -54,12 +57,20 @@ void CreacionDatos::grabarFila(const DatosNuevos& datos) {
 
 // What is left alone here stays in the global data, too.
 void CreacionDatos::grabarGlobales(const DatosNuevos& datos) {
-    RegistroGlobal(sesion_).guardar(datos.NIF, datos.Actualizar, [&](DatosGlobalClass& persona) {
+    const auto lugar = [](auto igual) {
+        return std::ranges::find_if(camposDe<DatosGlobalClass>(), igual)->posicion;
+    };
+    RegistroGlobal(sesion_).guardar(datos.NIF, datos.Actualizar, [&](data::TablaCursor& cursor) {
         for (const CampoDatos& uno : camposDeDatos()) {
             const std::string& valor = datos.*uno.valor;
             if (valor == sinCambio) continue;
-            if (uno.esImporte()) persona.*uno.importe = importeDeTexto(valor);
-            if (uno.global != nullptr) persona.*uno.global = valor;
+            if (uno.esImporte()) {
+                cursor.EscribirCampo(lugar([&](const auto& campo) { return campo.numero == uno.importe; }), 0,
+                                     importeDeTexto(valor));
+            } else if (uno.global != nullptr) {
+                cursor.EscribirCampo(lugar([&](const auto& campo) { return campo.texto == uno.global; }), 0,
+                                     valor);
+            }
         }
     });
 }

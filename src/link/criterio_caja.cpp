@@ -83,7 +83,7 @@ std::string CriterioCaja::EsCriterioCaja(std::string_view cuenta) {
 double CriterioCaja::TotalPendiente(std::string_view cliente, std::string_view factura,
                                     std::string_view fechaFactura) {
     data::cargarMonedas(sesion_.contexto.datos);
-    const FacturaPedida pedida{std::string(cliente), std::string(factura),
+    const FacturaPedida pedida{core::Recortar(cliente), core::Recortar(factura),
                                fechaDeTexto(sesion_, fechaFactura)};
     LibroFacturas libro(sesion_);
     FilasFactura filas = libro.enVigor(pedida);
@@ -163,13 +163,19 @@ void CriterioCaja::hacerAsiento(const Cobro& cobro) {
     linea.ArchivoImagen = datos.ArchivoImagen;
     sesion_.Número = valores.siguienteNumero();
     sesion_.Fecha = cobro.fecha;
-    linea.Cuenta = datos.ClienteProveedor;
+    linea.Cuenta = core::Recortar(datos.ClienteProveedor);
     linea.TIPO = esProveedor ? debe : haber;
     sesion_.pendientes.anadir(linea);
-    linea.Cuenta = datos.CuentaContable;
+    linea.Cuenta = core::Recortar(datos.CuentaContable);
     linea.TIPO = esProveedor ? haber : debe;
     sesion_.pendientes.anadir(linea);
-    Grabacion(sesion_).GrabarAsiento();
+    Grabacion grabacion(sesion_);
+    grabacion.GrabarAsiento();
+    // Without the entry its tax is not due.
+    if (!grabacion.entera()) {
+        throw platform::ErrorArchivo(platform::error_archivo::dispositivo, sesion_.empresa.gArchivoEmpresa,
+                                     "the entry of the collection could not be stored");
+    }
 }
 
 void CriterioCaja::anadirFilas(const Cobro& cobro, const FilasFactura& filas, const FechaAsto& asiento) {

@@ -1,5 +1,6 @@
 // The members of Enlace for the portfolio and VAT on a cash basis.
 #include "core/texto.h"
+#include "data/utilidades.h"
 #include "link/enlace_interior.h"
 #include "link/importe_texto.h"
 
@@ -33,7 +34,9 @@ void comprobarFactura(const CobroFactura& datos, const TextosCobro& textos) {
     exigir(!vacio(datos.ClienteProveedor), error_enlace::sinTercero, textos.sinTercero);
     exigir(!vacio(datos.Factura), error_enlace::facturaNoExiste,
            "No existe la factura " + datos.Factura + textos.deTercero + datos.ClienteProveedor);
-    exigir(importeDeTexto(datos.Importe) != 0, error_enlace::importeCero, textos.importeCero);
+    constexpr int decimales = 2;
+    exigir(data::Redondear(importeDeTexto(datos.Importe), decimales) != 0, error_enlace::importeCero,
+           textos.importeCero);
 }
 
 void comprobarCodigos(const CobroFactura& datos) {

@@ -150,7 +150,7 @@ std::optional<std::string> LibroFacturas::rutaAñoAnterior() {
     data::CapaDatos& capa = sesion_.contexto.datos;
     std::string empresa = ValoresEmpresa(sesion_).EmpresaAñoAnterior();
     if (empresa.empty()) return std::nullopt;
-    if (core::SepararRuta(empresa).extension.empty()) empresa += ".QZT";
+    if (!core::igualSinCaja(core::SepararRuta(empresa).extension, "QZT")) empresa += ".QZT";
     if (!capa.archivos.estado(empresa)) return std::nullopt;
     data::CabeceraEmpresa cabecera;
     data::exigirEmpresa(capa, empresa,

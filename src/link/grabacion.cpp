@@ -49,6 +49,7 @@ std::int32_t Grabacion::GrabarAsiento() {
 void Grabacion::grabarLineas(ErrorAplazado& aplazado) {
     Pasos paso(sesion_);
     std::optional<TablasAbiertas> abiertas;
+    entera_ = false;
     paso("AbrirTablasEmpresa", [&] { abiertas.emplace(sesion_); });
     if (!abiertas) return;
     AsientoEnCurso asiento(sesion_, paso);
@@ -68,6 +69,7 @@ void Grabacion::grabarLineas(ErrorAplazado& aplazado) {
         cadaUna(sesion_.pendientes.analiticas, [&](const auto& linea) { grabarAnalitica(asiento, linea); });
     });
     aplazado = asiento.aplazado;
+    entera_ = !paso.algunoFallo() && !asiento.algunaRehusada;
 }
 
 }  // namespace tarvoline::link

@@ -12,11 +12,14 @@ class Grabacion {
     explicit Grabacion(Sesion& sesion) : sesion_(sesion) {}
     // REQUIRES an open company.
     std::int32_t GrabarAsiento();
+    // Whether the entry last stored is on disk whole.
+    bool entera() const { return entera_; }
 
   private:
     void grabarLineas(ErrorAplazado& aplazado);
 
     Sesion& sesion_;
+    bool entera_ = true;
 };
 
 }  // namespace tarvoline::link

@@ -76,7 +76,7 @@ DatosClass datosDe(const Fila& fila) {
 
 }  // namespace
 
-// "" is "?": the parents of one digit.
+// "" is "?", which alone means every account. Empty items of a list are none.
 bool LecturaPlan::LeerPlan(std::string_view cuenta, std::string_view nivel, std::string_view titulo) {
     auto& plan = sesion_.resultados.plan;
     plan.vaciar();
@@ -85,8 +85,11 @@ bool LecturaPlan::LeerPlan(std::string_view cuenta, std::string_view nivel, std:
     std::string_view resto = cuenta.empty() ? "?" : cuenta;
     for (bool quedan = true; quedan;) {
         const std::size_t coma = resto.find(',');
-        leer(origen, {ansi(core::Recortar(resto.substr(0, coma))), {}, ansi(nivel), ansi(titulo)},
-             [this](const Fila& fila) { anadirCuenta(fila); });
+        const std::string una = core::Recortar(resto.substr(0, coma));
+        if (!una.empty()) {
+            leer(origen, {una == "?" ? "*" : ansi(una), {}, ansi(nivel), ansi(titulo)},
+                 [this](const Fila& fila) { anadirCuenta(fila); });
+        }
         quedan = coma != std::string_view::npos;
         if (quedan) resto.remove_prefix(coma + 1);
     }

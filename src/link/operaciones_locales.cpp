@@ -147,6 +147,7 @@ std::int32_t OperacionesLocales::LeerDatosGlobales(std::string_view nif) {
 }
 
 void OperacionesLocales::CrearDatosGloblales(const DatosGlobalClass& datos) {
+    RegistroGlobal::exigirNif(datos);
     RegistroGlobal(sesion_).CrearDatosGloblales(datos);
 }
 

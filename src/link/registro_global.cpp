@@ -49,30 +49,31 @@ bool RegistroGlobal::ExisteNifDatosGlobales(std::string_view nif) {
     return false;
 }
 
-void RegistroGlobal::CrearDatosGloblales(const DatosGlobalClass& datos) {
+void RegistroGlobal::exigirNif(const DatosGlobalClass& datos) {
     if (core::Recortar(datos.G01_NIF_String_18).empty())
         throw ErrorEnlace(error_enlace::registroRehusado, "Nif sin contenido");
+}
+
+void RegistroGlobal::CrearDatosGloblales(const DatosGlobalClass& datos) {
     guardar(datos.G01_NIF_String_18, datos.G66_Actualizar,
-            [&](DatosGlobalClass& persona) { persona = datos; });
+            [&](data::TablaCursor& cursor) { escribirRegistro(sesion_, cursor, datos); });
 }
 
 // Programs that miss the same number at the same time make one row.
 void RegistroGlobal::guardar(const std::string& nif, bool actualizar,
-                             const std::function<void(DatosGlobalClass&)>& cambiar) {
+                             const std::function<void(data::TablaCursor&)>& escribir) {
     data::Tablas& tablas = sesion_.contexto.tablas();
     data::conTurnoEnTabla(sesion_.contexto.datos, ruta_, [&] {
         situar(nif);
         const bool existe = !cursor_.FinDeTabla();
         if (existe && !actualizar) return;
-        auto persona = existe ? leerRegistro<DatosGlobalClass>(sesion_, cursor_) : DatosGlobalClass{};
-        cambiar(persona);
-        persona.G01_NIF_String_18 = core::Recortar(nif);
         if (existe) {
             cursor_.Editar();
         } else {
             cursor_.Nuevo();
         }
-        escribirRegistro(sesion_, cursor_, persona);
+        escribir(cursor_);
+        cursor_.EscribirCampo(posicionNif, 0, core::Recortar(nif));
         cursor_.Actualizar();
         exigirClaves(tablas);
     });

@@ -12,11 +12,18 @@ constexpr std::array<Importe, 7> importes{
     &ImportesFila::base,  &ImportesFila::cuota,     &ImportesFila::recargo, &ImportesFila::cuotaProrrata,
     &ImportesFila::total, &ImportesFila::retencion, &ImportesFila::liquido};
 
+// What is left of each row. The book may have nets with more digits than money has: these, too, are cut from
+// one scale.
 std::vector<ImportesFila> restar(std::vector<ImportesFila> factura, const std::vector<ImportesFila>& cobrado,
-                                 const Redondeo& redondear) {
+                                 double importe, const Redondeo& redondear) {
+    double hastaAqui = 0, cortado = 0;
     for (std::size_t i = 0; i < factura.size(); ++i) {
-        for (const Importe importe : importes)
-            factura[i].*importe = redondear(factura[i].*importe - cobrado[i].*importe);
+        hastaAqui += factura[i].liquido - cobrado[i].liquido;
+        for (const Importe cual : importes)
+            factura[i].*cual = redondear(factura[i].*cual - cobrado[i].*cual);
+        const double corte = i + 1 == factura.size() ? importe : redondear(hastaAqui);
+        factura[i].liquido = redondear(corte - cortado);
+        cortado = corte;
     }
     return factura;
 }
@@ -53,7 +60,7 @@ std::vector<ImportesFila> repartir(const std::vector<ImportesFila>& factura,
                                    const Redondeo& redondear) {
     const double total = redondear(sumar(factura).liquido);
     const double pendiente = redondear(total - sumar(cobrado).liquido);
-    if (redondear(importe - pendiente) == 0) return restar(factura, cobrado, redondear);
+    if (redondear(importe - pendiente) == 0) return restar(factura, cobrado, redondear(importe), redondear);
     return enProporcion(factura, redondear(importe), total, redondear);
 }
 

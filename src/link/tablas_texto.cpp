@@ -82,7 +82,7 @@ std::string TablasTexto::Util_LeerDatos(std::string_view tabla, std::string_view
     data::TablaCursor cursor(sesion_.contexto.datos, sesion_.contexto.tablas());
     abrirCursor(cursor, ruta);
     const std::string columna = core::Recortar(campo);
-    if (columna.empty()) {
+    if (columna.empty() || valor.empty()) {
         cursor.Filtrar(filtro);
     } else {
         cursor.Filtrar({{columna, data::Operador::igual, std::string(valor)}});

@@ -16,9 +16,9 @@ using link::DatosNuevos;
 using link::Enlace;
 using py::arg;
 
-// Amounts and codes may come as numbers.
-std::string comoTexto(const py::object& valor) {
-    return py::str(valor);
+// Amounts and codes may come as numbers; None is the default.
+std::string comoTexto(const py::object& valor, const char* defecto = "") {
+    return valor.is_none() ? std::string(defecto) : std::string(py::str(valor));
 }
 
 void crearDatos(Enlace& enlace, std::string cuenta, std::string titulo, std::string nif,
@@ -28,13 +28,14 @@ void crearDatos(Enlace& enlace, std::string cuenta, std::string titulo, std::str
                 std::string pais, std::string vencimientos, std::string diasDePago, std::string email,
                 std::string paginaWeb, std::string criterioCaja, std::string omitir347,
                 std::string omitir415) {
-    enlace.CrearDatos(
-        {std::move(cuenta),       std::move(titulo),     std::move(nif),       std::move(direccion),
-         std::move(cp),           std::move(municipio),  std::move(provincia), std::move(cvp),
-         comoTexto(importe347),   std::move(telefono),   std::move(fax),       comoTexto(riesgo),
-         std::move(tipoIva),      std::move(notas),      actualizar,           std::move(pais),
-         std::move(vencimientos), std::move(diasDePago), std::move(email),     std::move(paginaWeb),
-         std::move(criterioCaja), std::move(omitir347),  std::move(omitir415)});
+    enlace.CrearDatos({std::move(cuenta),    std::move(titulo),       std::move(nif),
+                       std::move(direccion), std::move(cp),           std::move(municipio),
+                       std::move(provincia), std::move(cvp),          comoTexto(importe347, "-1"),
+                       std::move(telefono),  std::move(fax),          comoTexto(riesgo, "-1"),
+                       std::move(tipoIva),   std::move(notas),        actualizar,
+                       std::move(pais),      std::move(vencimientos), std::move(diasDePago),
+                       std::move(email),     std::move(paginaWeb),    std::move(criterioCaja),
+                       std::move(omitir347), std::move(omitir415)});
 }
 
 void anadirMaestros(ClaseEnlace& clase) {

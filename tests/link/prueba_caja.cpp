@@ -5,6 +5,7 @@
 #include <cmath>
 #include <random>
 
+#include "apoyo/archivos_defectuosos.h"
 #include "apoyo/en_procesos.h"
 #include "apoyo_libros.h"
 #include "link/reparto_caja.h"
@@ -149,6 +150,10 @@ TEST_F(Caja, LoQueNoPuedeSerNoEscribeNada) {
          "No existe la factura   para el proveedor 4300000001"},
         {[](CobroFactura& c) { c.Importe = ""; }, error::importeCero, "No se puede efectuar un cobro a 0",
          "No se puede efectuar un pago a 0"},
+        {[](CobroFactura& c) { c.Importe = "0.004"; }, error::importeCero,
+         "No se puede efectuar un cobro a 0", "No se puede efectuar un pago a 0"},
+        {[](CobroFactura& c) { c.Importe = "1,234.56"; }, error::importeCero,
+         "No se puede efectuar un cobro a 0", "No se puede efectuar un pago a 0"},
         {[](CobroFactura& c) { c.Importe = "0,00"; }, error::importeCero, "No se puede efectuar un cobro a 0",
          "No se puede efectuar un pago a 0"},
         {[](CobroFactura& c) { c.CuentaContable = " "; }, error::sinCuentaContable,
@@ -197,6 +202,42 @@ TEST_F(Caja, HastaElUltimoCentimo) {
                  "El Importe del cobro es superior al importe restante de la factura");
     enlace.CobroFacturaCriterioCaja(cobro("F-1", "21.00"));
     EXPECT_EQ(enlace.TotalPendiente(cliente, "F-1"), 0);
+}
+
+// A withholding leaves nets with more digits than money has; the last payment leaves nothing pending.
+TEST_F(Caja, ConRetencion) {
+    enlace.Fecha("15/05/2026");
+    enlace.Número("");
+    for (int i = 0; i < 5; ++i) {
+        enlace.AddVAT(cliente, "4770000021", "F-1", "14/05/26", "1", "R", 10.03, 0, 0, "", "", "", "", "", "",
+                      15, "");
+    }
+    enlace.GrabarAsiento();
+    for (const char* importe : {"7.77", " 3 "}) {
+        auto uno = cobro("F-1", importe);
+        uno.ClienteProveedor = " 4300000001 ";
+        enlace.CobroFacturaCriterioCaja(uno);
+    }
+    enlace.CobroFacturaCriterioCaja(cobro("F-1", comoTexto(enlace.TotalPendiente(" 4300000001", "F-1"))));
+    EXPECT_EQ(enlace.TotalPendiente(cliente, "F-1"), 0);
+    EXPECT_EQ(asiento().substr(0, 10), cliente);
+}
+
+// Without its entry no tax falls due.
+TEST_F(Caja, SinAsientoNoHayFilas) {
+    facturar("F-1", {{"1", 100}});
+    for (const char* archivo : {"EXTRA*.QZD", "EXTRA*.QZC", "PLANC*.QZD"}) {
+        ArchivosDefectuosos archivos(*mundo.archivos);
+        link::Contexto suyo(archivos, mundo.ajustes, mundo.carpetas, mundo.reloj);
+        suyo.alMostrar([](const std::string&, const std::string&) {});
+        suyo.alAvisar([](const std::string&) {});
+        link::Enlace con(suyo);
+        con.AbrirEmpresa("Prueba");
+        archivos.fallar({.operacion = Operacion::escribir, .mascara = archivo, .siempre = true});
+        EXPECT_THROW(con.CobroFacturaCriterioCaja(cobro("F-1", "10")), std::exception) << archivo;
+    }
+    EXPECT_THAT(cobros({campo::srtc}), IsEmpty());
+    EXPECT_EQ(enlace.TotalPendiente(cliente, "F-1"), 121);
 }
 
 TEST_F(Caja, SoloLasFilas) {

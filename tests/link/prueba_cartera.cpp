@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <random>
 
+#include "apoyo/en_procesos.h"
 #include "apoyo_libros.h"
 
 namespace tarvoline::pruebas {
@@ -100,12 +101,31 @@ TEST_F(PruebaCartera, LeidaMarcadaYAnulada) {
     for (const auto& una : enlace.LeerCartera())
         EXPECT_EQ(una->Marca, una->cartera == "BANCO" ? "OK" : "");
 
+    EXPECT_EQ(textos(leer({.DesdeFechaVencimiento = "2027-01-01"})),
+              esperadas({.DesdeFechaVencimiento = "01/01/27"}));
+    for (const char* fecha : {"basura", "//", "31/02/27"})
+        EXPECT_THROW(enlace.AnularCartera("", "", fecha, "", ""), link::ErrorEnlace) << fecha;
+    EXPECT_EQ(textos(leer({})), esperadas({})) << "a limit that is no date removes nothing";
+
     enlace.AnularCartera("CAJA", "", "31/12/26", "", "");
     const link::FiltroCartera anuladas{.cartera = "CAJA", .HastaFechaVencimiento = "31/12/26"};
     std::erase_if(lineas, [&](const Linea& linea) { return cumple(linea, anuladas); });
     EXPECT_EQ(textos(leer({})), esperadas({}));
     EXPECT_EQ(enlace.ContadorCartera(), 0) << "the pending lines are another collection";
     enlace.AnularCartera("", "", "", "", "");
+    EXPECT_TRUE(enlace.LeerCartera().empty());
+}
+
+// Two programs that annul the same lines meet rows that the other one has just removed.
+TEST_F(PruebaCartera, VariosAnulanLasMismas) {
+    enProcesos(3, 1, [&](int, int) {
+        link::Contexto suyo(*mundo.archivos, mundo.ajustes, mundo.carpetas, mundo.reloj);
+        suyo.alMostrar([](const std::string&, const std::string& texto) { throw std::runtime_error(texto); });
+        link::Enlace con(suyo);
+        con.AbrirEmpresa("Prueba");
+        con.MarcarCartera("X", "", "", "", "", "");
+        con.AnularCartera("", "", "", "", "");
+    });
     EXPECT_TRUE(enlace.LeerCartera().empty());
 }
 

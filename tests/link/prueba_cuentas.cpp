@@ -81,6 +81,13 @@ TEST_F(Cuentas, LaSiguienteDeUnPatron) {
     EXPECT_EQ(crear("43009*"), "4300900001") << "where there is none its beginning counts";
     EXPECT_EQ(crear("4300*"), "4300900002");
     EXPECT_THAT(filas(tabla::planc, "4300001000"), ElementsAre("Nueva|0|0|"));
+    // A pattern that is full has no next number that is free.
+    EXPECT_EQ(crear("4309999999"), "4309999999");
+    EXPECT_EQ(crear("4309*"), "4310000000");
+    std::string llena = "4309*";
+    EXPECT_FALSE(enlace.CrearCuenta(llena, "Otra"));
+    EXPECT_EQ(llena, "4309*");
+    EXPECT_THAT(filas(tabla::planc, "4310000000"), ElementsAre("Nueva|0|0|"));
 }
 
 TEST_F(Cuentas, DosProgramasNuncaTomanElMismoNumero) {

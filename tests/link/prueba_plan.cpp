@@ -126,8 +126,13 @@ TEST_F(Plan, ListasYLoQueNoHay) {
         cuenta(codigo);
     EXPECT_TRUE(enlace.LeerPlan("5700000001, 43000000*,4399999999"));
     EXPECT_THAT(leidas(), ElementsAre("5700000001", "4300000001", "4300000002"));
-    EXPECT_TRUE(enlace.LeerPlan());
-    EXPECT_TRUE(std::ranges::all_of(leidas(), [](const auto& codigo) { return codigo.size() == 1; }));
+    const auto todas = enlace.LeerPlanEx(1);
+    for (const char* pedida : {"", "?", ",?,"}) {
+        EXPECT_TRUE(enlace.LeerPlan(pedida));
+        EXPECT_EQ(enlace.ContadorPlan(), todas) << pedida;
+    }
+    EXPECT_TRUE(enlace.LeerPlan(",4300000001,"));
+    EXPECT_THAT(leidas(), ElementsAre("4300000001")) << "an empty item is none";
     EXPECT_FALSE(enlace.LeerPlan("4399999999"));
     EXPECT_EQ(enlace.ContadorPlan(), 0);
     EXPECT_FALSE(enlace.LeerPlan("43000000*", "3"));

@@ -179,6 +179,30 @@ TEST_F(Registros, DatosMaestrosYSusGlobales) {
     EXPECT_EQ(enlace.LeerDatos("", "Peña"), 0);
 }
 
+// What is not given stays as it is stored, also what could not be read and written back.
+TEST_F(Registros, LosGlobalesCambianCampoACampo) {
+    enlace.CrearDatos({.Cuenta = "4300000001", .titulo = "Uno", .NIF = "B1"});
+    const auto constitucion = [&](const char* guardada) {
+        data::TablaCursor cursor(contexto.interior().datos, tablas());
+        cursor.Abrir(carpeta("global") + "Datgl00.QZD");
+        cursor.Filtrar("NIF = B1");
+        cursor.Primero();
+        if (guardada != nullptr) {
+            cursor.Editar();
+            cursor.EscribirCampo(50, 0, guardada);
+            cursor.Actualizar();
+        }
+        return cursor.LeerCampo(50);
+    };
+    for (const char* guardada : {"550315", "C60231", "G50315"}) {
+        constitucion(guardada);
+        enlace.CrearDatos({.Cuenta = "4300000001", .NIF = "B1", .Telefono = guardada, .Actualizar = true});
+        EXPECT_EQ(constitucion(nullptr), guardada);
+        enlace.LeerDatosGlobales("B1");
+        EXPECT_EQ(enlace.DatosGlobales(1)->G19_Telefono1_String_15, guardada);
+    }
+}
+
 TEST_F(Registros, Presupuestos) {
     enlace.ModificarPresupuesto("6290000000", 1, 5);
     EXPECT_EQ(enlace.Util_LeerDatos("Presu"), "") << "there is none to be changed";

@@ -182,7 +182,9 @@ bool OperacionesRemotas::LeerPlan(std::string_view cuenta, std::string_view nive
     sesion_.resultados.plan.vaciar();
     const std::string pedida(cuenta.empty() ? "?" : cuenta);
     for (const auto& una : core::Partir(pedida, ",")) {
-        const std::string codigo = core::Recortar(una);
+        std::string codigo = core::Recortar(una);
+        if (codigo.empty()) continue;
+        if (codigo == "?") codigo = "*";
         leerPlan("PLANC",
                  FiltroTexto().como("CUENTA", codigo).con("NIVEL=", nivel).como("TITULO", titulo).texto(),
                  esPatron(codigo) && !titulo.empty());
