@@ -132,8 +132,12 @@ TEST_F(Remoto, PreguntasQueSobran) {
     EXPECT_EQ(enlace.LeerExtractoEx("43*"), "") << "a text is of one account";
     EXPECT_EQ(enlace.LeerPlanEx(1, "", "", "", "", 2), 0) << "nothing lies before nothing";
     enlace.LeerExtracto("");
+    EXPECT_THROW(enlace.AnularCartera("", "ayer", "", "", ""), link::ErrorEnlace);
     EXPECT_TRUE(formas.empty());
     EXPECT_EQ(enlace.LeerPlanEx(1, "", "", "", "", 1), 1);
+    enlace.AnularCartera("", "1/2/2026", "31/12/2026", "", "");
+    EXPECT_THAT(ultima(), testing::HasSubstr(
+                              "FECHA VENCIMIENTO =&#62; 01/02/26 AND FECHA VENCIMIENTO =&#60; 31/12/26<"));
 }
 
 TEST_F(Remoto, ElServicioSeVaYVuelve) {

@@ -4,6 +4,7 @@
 #include "core/texto.h"
 #include "data/codec.h"
 #include "link/campos_datos.h"
+#include "link/fechas_enlace.h"
 #include "link/posiciones.h"
 #include "link/remoto/filas_remotas.h"
 #include "link/remoto/operaciones_remotas.h"
@@ -12,7 +13,9 @@ namespace tarvoline::link::remoto {
 
 namespace {
 
-std::string filtroDe(const FiltroCartera& filtro) {
+// A limit that is no date is refused here: what is removed or marked must not depend on how the service reads
+// it.
+std::string filtroDe(const Sesion& sesion, const FiltroCartera& filtro) {
     std::string texto;
     const auto con = [&](std::string_view condicion, const std::string& valor) {
         if (valor.empty()) return;
@@ -20,8 +23,11 @@ std::string filtroDe(const FiltroCartera& filtro) {
         texto.append(condicion).append(valor);
     };
     con("CARTERA/BANCO=", filtro.cartera);
-    con("FECHA VENCIMIENTO => ", filtro.DesdeFechaVencimiento);
-    con("FECHA VENCIMIENTO =< ", filtro.HastaFechaVencimiento);
+    const auto fecha = [&](const std::string& dada) {
+        return fechaCorta(sesion, fechaDeTexto(sesion, dada));
+    };
+    con("FECHA VENCIMIENTO => ", fecha(filtro.DesdeFechaVencimiento));
+    con("FECHA VENCIMIENTO =< ", fecha(filtro.HastaFechaVencimiento));
     con("CUENTA=", filtro.Cuenta);
     con("ASIENTO CONTABLE=", filtro.Asiento);
     return texto;
@@ -74,7 +80,7 @@ void OperacionesRemotas::CrearDatos(const DatosNuevos& datos) {
 }
 
 CarteraLeida OperacionesRemotas::LeerCartera(const FiltroCartera& filtro) {
-    const TablaRespuesta tabla(cliente_.buscar("EFECT", filtroDe(filtro)));
+    const TablaRespuesta tabla(cliente_.buscar("EFECT", filtroDe(sesion_, filtro)));
     CarteraLeida lineas;
     for (std::size_t i = 0; i < tabla.filas(); ++i)
         lineas.push_back(std::make_shared<CarteraClass>(carteraDe(sesion_, tabla, i)));
@@ -82,11 +88,12 @@ CarteraLeida OperacionesRemotas::LeerCartera(const FiltroCartera& filtro) {
 }
 
 void OperacionesRemotas::MarcarCartera(std::string_view marca, const FiltroCartera& filtro) {
-    cliente_.cambiarFiltradas("EFECT", filtroDe(filtro), cambioDeCampo(posicion::efect::marca, marca));
+    cliente_.cambiarFiltradas("EFECT", filtroDe(sesion_, filtro),
+                              cambioDeCampo(posicion::efect::marca, marca));
 }
 
 void OperacionesRemotas::AnularCartera(const FiltroCartera& filtro) {
-    cliente_.borrarFiltradas("EFECT", filtroDe(filtro));
+    cliente_.borrarFiltradas("EFECT", filtroDe(sesion_, filtro));
 }
 
 void OperacionesRemotas::CrearPresupuesto(std::string_view cuenta, std::string_view titulo,
