@@ -100,6 +100,14 @@ std::string fechaGuardada(const CapaDatos& capa, const std::string& valor) {
     return FechaNormal(capa, valor.substr(4, 2) + "/" + valor.substr(2, 2) + "/" + valor.substr(0, 2));
 }
 
+// As a limit any other text would lie behind or before all dates.
+bool esFechaGuardada(std::string_view valor) {
+    constexpr std::size_t largo = 6;
+    const auto cifra = [](char c) { return c >= '0' && c <= '9'; };
+    return valor.size() == largo && (cifra(valor[0]) || (valor[0] >= 'A' && valor[0] <= 'P')) &&
+           std::ranges::all_of(valor.substr(1), cifra);
+}
+
 // The number of the field, in the precision that it is kept in.
 double numeroDe(const CampoTabla& campo, std::string_view bytes) {
     switch (campo.forma) {
@@ -185,6 +193,9 @@ Filtro::Filtro(const CapaDatos& capa, const DefinicionTabla& definicion,
         const bool patron = prueba.operador == Operador::como;
         if (prueba.campo.forma == FormaCampo::fecha && !patron) {
             prueba.valor = fechaGuardada(capa, prueba.valor);
+            const bool limite = prueba.operador != Operador::igual;
+            if (limite && !prueba.valor.empty() && !esFechaGuardada(prueba.valor))
+                throw ErrorFiltro("it is no date: " + prueba.valor);
         }
         prueba.numero = numeroBuscado(prueba.campo, prueba.valor);
         pruebas_.push_back(std::move(prueba));

@@ -10,7 +10,7 @@
 //   text    without trailing blanks and cut at a zero byte; = exactly, order by the bytes of Windows-1252
 //   number  as a number; a value that is none counts as 0
 //   date    in its stored form (fechas.h); the value may be dd/mm/yy, dd/mm/yyyy, yymmdd or stored, and an
-//           empty one means no date
+//           empty one means no date; a limit that is none of these is no filter
 // LIKE compares the whole text of any column, a number's too, without regard to case: "*" stands for any run
 // of characters, "?" for one.
 #pragma once

@@ -89,7 +89,7 @@ std::string crearDatos(Enlace& enlace, const Cambios& cambios) {
 std::string crearPresupuesto(Enlace& enlace, const Cambios& cambios) {
     namespace campo = posicion::presu;
     constexpr int meses = 12;
-    const std::string cuenta = cambios(campo::cuenta);
+    std::string cuenta = cambios(campo::cuenta);
     if (cambios.tiene(campo::titulo) || cambios.tiene(campo::nivel)) {
         enlace.CrearPresupuesto(cuenta, cambios(campo::titulo), cambios(campo::nivel),
                                 cambios(campo::analitica) == "1");

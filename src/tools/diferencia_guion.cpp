@@ -225,9 +225,12 @@ std::vector<Llamada> interpretarGuion(std::string_view utf8) {
         const std::string nombre = partes.front();
         partes.erase(partes.begin());
         const auto suyo = miembros().find(nombre);
-        const std::string donde = "line " + std::to_string(linea) + ": ";
-        if (suyo == miembros().end()) throw ErrorGuion(donde + "there is no member " + nombre);
-        if (partes.size() > suyo->second.maximo) throw ErrorGuion(donde + "too many arguments for " + nombre);
+        const auto rehusar = [&](const char* por) {
+            std::string motivo = "line " + std::to_string(linea);
+            throw ErrorGuion(motivo.append(": ").append(por).append(" ").append(nombre));
+        };
+        if (suyo == miembros().end()) rehusar("there is no member");
+        if (partes.size() > suyo->second.maximo) rehusar("too many arguments for");
         guion.push_back({linea, nombre, std::move(partes)});
     }
     return guion;

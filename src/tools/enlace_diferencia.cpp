@@ -133,17 +133,20 @@ void declararOpciones(CLI::App& programa, Encargo& encargo) {
                       "Después del guion, todos los libros (sin guion, siempre)");
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int correr(int argc, char** argv) {
     CLI::App programa("Compara dos caminos a una empresa, llamada por llamada; 0: sin diferencias");
     Encargo encargo;
     declararOpciones(programa, encargo);
     CLI11_PARSE(programa, argc, argv);
+    if (encargo.otra.empty() == encargo.servicio.empty()) throw CLI::RequiredError("--otra or --servicio");
+    return ejecutar(encargo);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
     try {
-        if (encargo.otra.empty() == encargo.servicio.empty())
-            throw CLI::RequiredError("--otra or --servicio");
-        return ejecutar(encargo);
+        return correr(argc, argv);
     } catch (const std::exception& error) {
         constexpr int fallo = 2;
         std::cerr << "enlace-diferencia: " << error.what() << '\n';

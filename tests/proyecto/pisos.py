@@ -18,9 +18,9 @@ PUEDE = {
     'workflows': ['service', 'link', 'data', 'zip', 'soap', 'core'],
     'ui': ['workflows', 'core'],
     'consola': ['workflows', 'core'],
-    'server': ['link', 'soap', 'core'],
+    'server': ['link', 'data', 'soap', 'core'],
     'tools': ['link', 'data', 'motor', 'core'],
-    'python': ['link', 'data', 'core'],
+    'python': ['link', 'data', 'soap', 'core'],
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 CONDICION = re.compile(r'^\s*#\s*(if|ifdef|ifndef|elif)\b')
