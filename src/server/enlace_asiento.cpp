@@ -58,6 +58,22 @@ void anadirAnalitica(Enlace& enlace, pugi::xml_node fila) {
                            atributo(fila, "DESCRIPCION"), 1, importe(fila, "IMPORTE"));
 }
 
+// All entries of a form are looked at before the first is stored.
+void comprobar(Enlace& enlace, pugi::xml_node asiento) {
+    const std::string fecha = atributo(asiento, "FECHA");
+    enlace.Fecha(fecha);
+    if (enlace.Fecha().empty()) throw ErrorForma("ERROR: no es una fecha de asiento: " + fecha);
+    for (const char* seccion : {"APUNTES", "IVAS", "CARTERAS", "ANALITICA"}) {
+        for (const pugi::xml_node fila : asiento.child(seccion).children()) {
+            for (const char* nombre : {"IMPORTE", "BASE", "TOTAL"}) {
+                const std::string valor = core::Recortar(atributo(fila, nombre));
+                if (valor.find_first_not_of("+-.0123456789Ee") != std::string::npos)
+                    throw ErrorForma("ERROR: no es un importe: " + valor);
+            }
+        }
+    }
+}
+
 using Anadir = void (*)(Enlace&, pugi::xml_node);
 
 void anadirSeccion(Enlace& enlace, pugi::xml_node asiento, const char* seccion, const char* elemento,
@@ -149,6 +165,8 @@ void escribirAnaliticas(pugi::xml_node asiento, const Enlace& enlace) {
 std::string grabarAsiento(const FormaEnlace& forma, Enlace& enlace) {
     const pugi::xml_node asientos = forma.documento->document_element().child("ASIENTOS");
     if (!asientos.child("ASIENTO")) throw ErrorForma("ERROR: no hay ningún asiento");
+    for (const pugi::xml_node asiento : asientos.children("ASIENTO"))
+        comprobar(enlace, asiento);
     for (const pugi::xml_node asiento : asientos.children("ASIENTO"))
         grabarUno(enlace, asiento);
     return enlace.Número();

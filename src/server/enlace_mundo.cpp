@@ -61,7 +61,10 @@ MundoEnlace::MundoEnlace(platform::SistemaArchivos& archivos, core::Registro& re
     ajustes_.GrabarRegistro("DATOS_DIR", carpeta_);
     for (const char* clave : {"CON_DIR", "IVA_DIR", "GLOBAL_DIR"})
         ajustes_.GrabarRegistro(clave, comunes);
-    contexto_.alMostrar([&registro](const std::string&, const std::string& texto) { registro.aviso(texto); });
+    contexto_.alMostrar([this, &registro](const std::string&, const std::string& texto) {
+        registro.aviso("enlace: " + texto);
+        if (mostrado_.empty()) mostrado_ = texto;
+    });
     contexto_.alAvisar([&registro](const std::string& texto) { registro.aviso(texto); });
     enlace_ = std::make_unique<link::Enlace>(contexto_);
 }

@@ -29,6 +29,9 @@ class MundoEnlace {
     const std::string& carpeta() const { return carpeta_; }
     // Path of a company by its name, with or without extension, in whatever case; "" when there is none.
     std::string ruta(std::string_view empresa) const;
+    // The first box that the books would have shown since it was last emptied: nobody sees one here, and what
+    // it tells is that something went wrong without an error.
+    std::string& mostrado() { return mostrado_; }
 
   private:
     platform::SistemaArchivos& archivos_;
@@ -37,6 +40,7 @@ class MundoEnlace {
     std::unique_ptr<platform::ArbolAjustes> arbol_;
     core::Ajustes ajustes_;
     core::Carpetas carpetas_;
+    std::string mostrado_;
     link::Contexto contexto_;
     std::unique_ptr<link::Enlace> enlace_;
 };
@@ -59,6 +63,11 @@ class SesionEnlace {
     link::Enlace& empresa(const std::string& carpeta, const std::string& nombre);
     // Whether the company is there; with the right password it is unlocked.
     bool desbloquear(const std::string& carpeta, const std::string& nombre, const std::string& clave);
+    // The first box of the form under way, "" when there was none.
+    std::string mostrado() const { return mundo_ ? mundo_->mostrado() : std::string(); }
+    void olvidarMostrado() const {
+        if (mundo_) mundo_->mostrado().clear();
+    }
     // The password that it has been unlocked with ("" for one without); nothing when it is locked.
     std::optional<std::string> claveConocida(const std::string& carpeta, const std::string& nombre) const;
 

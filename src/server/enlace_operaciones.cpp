@@ -17,6 +17,14 @@ namespace {
 
 constexpr std::string_view tipoSinEnlace = "02";
 
+std::string enUnaLinea(std::string_view texto) {
+    constexpr std::size_t maximo = 200;  // characters
+    std::string linea = core::Mid(texto, 1, maximo);
+    std::ranges::replace_if(
+        linea, [](unsigned char c) { return c < ' '; }, ' ');
+    return linea;
+}
+
 std::string tokenNuevo() {
     constexpr std::string_view cifras = "0123456789abcdef";
     constexpr int largo = 40;
@@ -96,13 +104,15 @@ std::shared_ptr<SesionEnlace> OperacionesEnlace::sesionDe(const std::string& tok
     return suya->second.sesion;
 }
 
-// Failures of the books are answers; what lies behind another failure is for the log alone.
+// Failures of the books are answers; what lies behind another failure is for the log alone, and what somebody
+// else wrote goes there in one line that has an end.
 std::string OperacionesEnlace::VXWebService(const std::string& xml, const std::string& direccion) {
     try {
         return atender(leerForma(xml));
     } catch (const ErrorForma& error) {
-        registro_.aviso("enlace: petición que no se entiende desde " + direccion + ": " + error.what());
-        return error.what();
+        const std::string texto = enUnaLinea(error.what());
+        registro_.aviso("enlace: petición rechazada, desde " + direccion + ": " + texto);
+        return texto;
     } catch (const link::ErrorEnlace& error) {
         return "ERROR: " + error.descripcion();
     } catch (const data::ErrorFiltro& error) {
@@ -121,7 +131,10 @@ std::string OperacionesEnlace::atender(const FormaEnlace& forma) {
     const auto sesion = sesionDe(forma.token);
     const std::lock_guard guardia(sesion->cerrojo);
     Peticion peticion{forma, *sesion, carpetaDe(*sesion, forma.carpeta)};
-    return (this->*metodo->second)(peticion);
+    sesion->olvidarMostrado();
+    std::string respuesta = (this->*metodo->second)(peticion);
+    if (!sesion->mostrado().empty()) throw ErrorForma("ERROR: " + sesion->mostrado());
+    return respuesta;
 }
 
 // His own, or, for an administrator, that of somebody in his account.
