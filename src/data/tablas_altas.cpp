@@ -1,5 +1,6 @@
 // Records that come and go: keys and data file together.
 #include <algorithm>
+#include <array>
 
 #include "core/texto.h"
 #include "data/claves_tabla.h"
@@ -108,10 +109,13 @@ void Tablas::deshacerInsercion(int tabla, std::uint64_t posicion) {
     gEstado = estado::lleno;
 }
 
-// The key file is closed with all others, and made anew where it is damaged; the fields stay.
+// The key file is closed with all others, and made anew where it is damaged. The fields stay, also those of
+// other tables: a line of the journal may wait in them while the account that it is on is made.
 void Tablas::reabrirTodo(int tabla) {
     Ranura& ranura = ranuraDe(tabla);
-    const std::vector<std::string> campos = ranura.gCampos;
+    std::array<std::vector<std::string>, numeroRanuras> campos;
+    for (std::size_t i = 0; i < campos.size(); ++i)
+        campos[i] = ranuras_[i].gCampos;
     const auto [nombre, directorio, sufijo] = std::tuple(ranura.nombre, ranura.directorio, ranura.sufijo);
     const int modo = ranura.modo;
     const std::string ruta = ranura.rutaDatos;
@@ -119,7 +123,9 @@ void Tablas::reabrirTodo(int tabla) {
     if (capa_.enVigor.abierta()) AbrirTablasEmpresa();
     const bool laMisma = ranura.archivo && ranura.rutaDatos == ruta;
     if (!laMisma) AbrirTabla(tabla, nombre, modo, directorio, sufijo);
-    ranura.gCampos = campos;
+    for (std::size_t i = 0; i < campos.size(); ++i) {
+        if (ranuras_[i].gCampos.size() == campos[i].size()) ranuras_[i].gCampos = campos[i];
+    }
 }
 
 void Tablas::quitarClaves(int tabla, std::int32_t registro) {
