@@ -225,5 +225,28 @@ TEST_F(Muertes, EnCualquierEscrituraDeUnaAnulacion) {
     EXPECT_GT(muertes, 10);
 }
 
+// The keys of the chart cannot be written while an account is made for a line that waits to be stored: they
+// are made anew, and the line is whole.
+TEST_F(Muertes, UnaLineaEsperaASuCuenta) {
+    ArchivosDefectuosos archivos(*mundo.archivos);
+    link::Contexto suyo(archivos, mundo.ajustes, mundo.carpetas, mundo.reloj);
+    suyo.alMostrar([](const std::string&, const std::string&) {});
+    suyo.alAvisar([](const std::string&) {});
+    link::Enlace con(suyo);
+    con.AbrirEmpresa("Prueba");
+    con.Fecha("15/05/2026");
+    con.Número("000500");
+    con.AñadirApunte("4300099999", "Nueva", 1, 100);
+    con.AñadirApunte("7000000000", "Venta", 2, 100);
+    archivos.fallar({.operacion = Operacion::escribir,
+                     .mascara = "PLANC*.QZC",
+                     .numero = platform::error_archivo::discoLleno});
+    con.GrabarAsiento();
+    enlace.LeerAsiento("15/05/2026", "000500");
+    ASSERT_EQ(enlace.ContadorApuntes(), 2);
+    EXPECT_EQ(enlace.Apunte(1)->Cuenta + enlace.Apunte(1)->Descripción, "4300099999Nueva");
+    EXPECT_EQ(enlace.Apunte(1)->Importe, 100);
+}
+
 }  // namespace
 }  // namespace tarvoline::pruebas
