@@ -48,6 +48,7 @@ struct MonedasEnVigor {
     // The file that it was taken from, so that one that has not changed is not read again.
     struct Origen {
         std::string_view archivo;  // "": read it again
+        std::string ajuste;        // the folder's setting, as it was then
         std::string ruta;
         std::uint64_t longitud = 0;
         std::int64_t modificado = 0;

@@ -88,26 +88,39 @@ std::string Tablas::textoClave(int tabla, int clave) const {
 void Tablas::ClavesTabla(int tabla, std::int16_t& codigo, std::string& texto) {
     const int centena = codigo / 100;
     const int resto = codigo % 100;
+    if (codigo == 102) {
+        reclavarDeForma(tabla, texto);
+    } else if (centena == 3 && resto > 0) {
+        reclavarDeCampo(tabla, resto, texto);
+    } else {
+        try {
+            responderClaves(tabla, codigo, texto);
+        } catch (const std::exception& error) {
+            caja(error.what(), core::Icono::exclamacion);
+            texto.clear();
+        }
+    }
+}
+
+void Tablas::responderClaves(int tabla, std::int16_t& codigo, std::string& texto) {
+    const int centena = codigo / 100;
+    const int resto = codigo % 100;
     if (codigo == 100) {
-        cargarDefinicion(tabla, std::string(texto));
+        tomarClaves(tabla, texto);
         texto = capa_.gErrores(366) + std::to_string(tabla);
     } else if (codigo == 101) {
         codigo = static_cast<std::int16_t>(definicion(tabla).longitudMayor());
         texto = std::to_string(definicion(tabla).numeroClaves);
-    } else if (codigo == 102) {
-        reclavarDeForma(tabla, texto);
     } else if (codigo == 0) {
         texto = textosClave(tabla);
     } else if (codigo >= 1 && codigo <= maxClaves) {
         texto = textoClave(tabla, codigo);
-    } else if (resto <= 0 || centena < 2 || centena > 5) {
+    } else if (resto <= 0 || centena < 2 || centena == 3 || centena > 5) {
         texto.clear();
     } else if (centena == 2) {
         const int clave = claveQueEmpiezaPor(definicion(tabla), resto);
         texto = std::to_string(clave);
         codigo = clave > 0 ? 1 : 0;
-    } else if (centena == 3) {
-        reclavarDeCampo(tabla, resto, texto);
     } else if (centena == 4) {
         texto = esCampoDeClave(definicion(tabla), resto) ? "True" : "False";
     } else {

@@ -117,15 +117,21 @@ void leerSegmento(std::string_view entrada, DefinicionTabla& definicion) {
 }
 
 // Key entries lie anywhere from the last field on: a field whose entry begins like one counts as both.
-void leerClaves(std::string_view bytes, DefinicionTabla& definicion) {
+// `ultimo`: number of fields that the file counts.
+void leerClaves(std::string_view bytes, int ultimo, DefinicionTabla& definicion) {
     const std::size_t entradas = bytes.size() / bytesEntrada;
-    for (auto i = static_cast<std::size_t>(definicion.gNumeroCampos); i < entradas; ++i) {
+    for (auto i = static_cast<std::size_t>(ultimo); i < entradas; ++i) {
         const auto entrada = bytes.substr(bytesEntrada * i, bytesEntrada);
         if (entrada.front() == primeraDeClave) {
             leerSegmento(entrada, definicion);
         } else if (static_cast<unsigned char>(entrada.front()) < ' ') {
-            return;
+            break;
         }
+    }
+    if (definicion.longitudMayor() > static_cast<int>(motor::maxLongitud)) {
+        throw ErrorDefinicion("a key of " + std::to_string(definicion.longitudMayor()) +
+                              " characters in the definition; " + std::to_string(motor::maxLongitud) +
+                              " is the most");
     }
 }
 
@@ -200,13 +206,16 @@ DefinicionTabla interpretarDefinicion(std::string_view bytes) {
     DefinicionTabla definicion;
     leerCampos(bytes, definicion);
     definicion.titulo = nombreDe(bytes.substr(0, bytesEntrada));
-    leerClaves(bytes, definicion);
-    if (definicion.longitudMayor() > static_cast<int>(motor::maxLongitud)) {
-        throw ErrorDefinicion("a key of " + std::to_string(definicion.longitudMayor()) +
-                              " characters in the definition; " + std::to_string(motor::maxLongitud) +
-                              " is the most");
-    }
+    leerClaves(bytes, definicion.gNumeroCampos, definicion);
     return definicion;
+}
+
+DefinicionTabla conClavesDe(const DefinicionTabla& definicion, std::string_view bytes) {
+    DefinicionTabla otra = definicion;
+    otra.claves = {};
+    otra.numeroClaves = 0;
+    leerClaves(bytes, leerCuenta(bytes), otra);
+    return otra;
 }
 
 std::string componerDefinicion(const DefinicionTabla& definicion) {
@@ -256,7 +265,8 @@ void LeerNombresCampos(platform::SistemaArchivos& archivos, std::string_view rut
     const auto cuenta = static_cast<std::size_t>(NumeroDeDosCaracteres(bytes));
     nombres.assign(1, {});
     for (std::size_t i = 1; i <= cuenta && bytes.size() >= bytesEntrada * (i + 1); ++i) {
-        nombres.push_back(nombreDe(std::string_view(bytes).substr(bytesEntrada * i, bytesEntrada)));
+        nombres.push_back(
+            core::aUtf8(std::string_view(bytes).substr(bytesEntrada * i + lugarNombre, anchoNombre)));
     }
 }
 

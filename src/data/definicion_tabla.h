@@ -79,6 +79,9 @@ class ErrorDefinicion : public std::runtime_error {
 // without a field or without length. A segment may reach beyond its field's text: what is not there counts
 // for nothing.
 DefinicionTabla interpretarDefinicion(std::string_view bytes);
+// The fields of `definicion` with the keys of the file `bytes`. Its key entries mean fields and positions of
+// `definicion`. Throws ErrorDefinicion as above.
+DefinicionTabla conClavesDe(const DefinicionTabla& definicion, std::string_view bytes);
 // The file of a definition. `interpretarDefinicion` gives the same back.
 std::string componerDefinicion(const DefinicionTabla& definicion);
 
@@ -101,7 +104,8 @@ class CacheDefiniciones {
 
 // The title in a definition file, in proper case ("Libro Mayor"). Throws platform::ErrorArchivo.
 std::string TituloArchivo(platform::SistemaArchivos& archivos, std::string_view ruta);
-// The names of the fields in the order of the file; [0] is empty. Throws platform::ErrorArchivo.
+// The names of the fields in the order of the file, with their blanks (23 characters); [0] is empty. Throws
+// platform::ErrorArchivo.
 void LeerNombresCampos(platform::SistemaArchivos& archivos, std::string_view ruta,
                        std::vector<std::string>& nombres);
 

@@ -104,7 +104,7 @@ std::string fechaGuardada(const CapaDatos& capa, const std::string& valor) {
 bool esFechaGuardada(std::string_view valor) {
     constexpr std::size_t largo = 6;
     const auto cifra = [](char c) { return c >= '0' && c <= '9'; };
-    return valor.size() == largo && (cifra(valor[0]) || (valor[0] >= 'A' && valor[0] <= 'P')) &&
+    return valor.size() == largo && (cifra(valor[0]) || (valor[0] >= 'A' && valor[0] <= 'T')) &&
            std::ranges::all_of(valor.substr(1), cifra);
 }
 

@@ -44,6 +44,7 @@ std::string_view archivoMonedas(const CapaDatos& capa) {
 bool sigueIgual(CapaDatos& capa, std::string_view archivo) {
     const auto& origen = capa.monedas.origen;
     if (!capa.monedas.cargadas || origen.archivo != archivo) return false;
+    if (capa.ajustes.leer(clave_comun::monedas) != origen.ajuste) return false;
     const auto estado = capa.archivos.estado(origen.ruta);
     return estado && estado->longitud == origen.longitud && estado->modificado == origen.modificado;
 }
@@ -55,7 +56,7 @@ MonedasEnVigor::Origen origenDe(CapaDatos& capa, std::string_view archivo, const
     const auto ahora = system_clock::now().time_since_epoch();
     const auto estado = capa.archivos.estado(ruta);
     if (!estado || nanoseconds(estado->modificado) + seconds(2) > ahora) return {};
-    return {archivo, ruta, estado->longitud, estado->modificado};
+    return {archivo, capa.ajustes.leer(clave_comun::monedas), ruta, estado->longitud, estado->modificado};
 }
 
 void cargarDe(CapaDatos& capa, std::string_view archivo, const std::function<std::string()>& rutaDe) {

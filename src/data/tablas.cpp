@@ -41,6 +41,7 @@ std::int16_t Tablas::orden(std::string comando) {
 }
 
 std::size_t Tablas::siguientes(int tabla, std::span<std::int32_t> registros) {
+    if (!gMotor_) return 0;
     return gMotor_->siguientes(static_cast<unsigned>(tabla), registros);
 }
 

@@ -106,7 +106,7 @@ class Tablas {
     bool AbrirTabla(int tabla, std::string_view nombre, int modo, std::string_view directorio,
                     std::string_view sufijo);
     // The nine tables of a company with their keys, then the currency table of the company in force
-    // (cargarMonedas). Empty arguments: the company in force.
+    // (cargarMonedas). Empty arguments: the company in force; without one nothing is opened.
     bool AbrirTablasEmpresa(std::string_view directorio = {}, std::string_view sufijo = {});
     // Closes every data file and sends "K". The definitions and gCampos stay. With the setting
     // "SincronizarAlCerrar" 1 both have reached the disk when it returns, the records before the keys.
@@ -190,7 +190,8 @@ class Tablas {
     // changed.
     //   0        key texts of all keys from gCampos: "\k1\k2...\kn"
     //   1-10     the text of that key: "\k"
-    //   100      texto = name: takes the keys from the definition file; texto := "Apertura" and the number
+    //   100      texto = name: takes the keys from the definition file, the fields stay; texto := "Apertura"
+    //            and the number
     //   101      codigo := characters of the longest key, texto := number of keys
     //   102      texto = record: moves its keys to what the form `Text1` shows
     //   201-299  which key begins with field codigo - 200: texto := the highest, codigo := 1; else 0, 0
@@ -198,7 +199,9 @@ class Tablas {
     //            field codigo - 300; gCampos is then the record as it was
     //   401-499  texto := whether field codigo - 400 is part of a key, "True" or "False"
     //   501-599  texto := fields of key codigo - 500, joined with commas
-    // Any other gives an empty text. A key that cannot be moved is shown, and the next one is taken.
+    // Any other gives an empty text, and so does what fails, which is shown. A key that cannot be moved is
+    // shown, and the next one is taken; a record that cannot be read for it is thrown, so that nobody writes
+    // a value over keys that stayed.
     void ClavesTabla(int tabla, std::int16_t& codigo, std::string& texto);
     // The answer of code 0, and of codes 1 to 10.
     std::string textosClave(int tabla) const;
@@ -218,6 +221,8 @@ class Tablas {
     // tablas_apertura.cpp
     bool abrirRanura(int tabla);
     bool cargarDefinicion(int tabla, std::string_view nombre);
+    bool tomarClaves(int tabla, std::string_view nombre);
+    bool mostrandoFallos(std::string_view nombre, const std::function<void(const std::string&)>& leer);
     void abrirDatos(Ranura& ranura);
     bool abrirClaves(int tabla);
     bool vaciarClaves(int tabla);
@@ -248,6 +253,7 @@ class Tablas {
     void borrarSuyo(int tabla, std::int32_t registro);
     void quitarClaves(int tabla, std::int32_t registro);
     // claves_tabla.cpp
+    void responderClaves(int tabla, std::int16_t& codigo, std::string& texto);
     void reclavar(int tabla, std::string_view registro, const std::vector<std::string>& nuevos, bool deForma);
     void reclavarDeForma(int tabla, std::string_view registro);
     void reclavarDeCampo(int tabla, int campo, std::string_view texto);

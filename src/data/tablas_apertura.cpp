@@ -44,19 +44,27 @@ bool sinEntradas(const motor::Cabecera& cabecera) {
 bool Tablas::AbrirTabla(int tabla, std::string_view nombre, int modo, std::string_view directorio,
                         std::string_view sufijo) {
     Ranura& ranura = ranuraDe(tabla);
-    ranura.archivo.reset();
-    ranura.conClaves = false;
-    if (gMotor_) gMotor_->soltar(static_cast<unsigned>(tabla));
     ranura.nombre = nombre;
     ranura.directorio = core::conSeparadorFinal(directorio);
     ranura.sufijo = sufijo;
     ranura.modo = modo;
-    try {
-        if (abrirRanura(tabla)) return true;
-    } catch (const std::exception& error) {
-        caja(error.what(), core::Icono::exclamacion);
-    }
-    cerrarRanura(tabla);
+    const auto mostrando = [this](const auto& paso) {
+        try {
+            return paso();
+        } catch (const std::exception& error) {
+            caja(error.what(), core::Icono::exclamacion);
+            return false;
+        }
+    };
+    // Closed first whatever becomes of it, and without a sync: that was CerrarTodo's.
+    const auto soltar = [&] {
+        ranura.archivo.reset();
+        ranura.conClaves = false;
+        if (gMotor_) gMotor_->soltar(static_cast<unsigned>(tabla));
+        return true;
+    };
+    if (mostrando(soltar) && mostrando([&] { return abrirRanura(tabla); })) return true;
+    mostrando(soltar);
     return false;
 }
 
@@ -64,6 +72,7 @@ bool Tablas::AbrirTablasEmpresa(std::string_view directorio, std::string_view su
     const EmpresaEnVigor& empresa = capa_.enVigor;
     const std::string carpeta(directorio.empty() ? empresa.gDirectorioEmpresa : directorio);
     const std::string numero(sufijo.empty() ? empresa.gEmpresaActual : sufijo);
+    if (carpeta.empty() || numero.empty()) return false;
     bool todas = true;
     for (const TablaEmpresa& una : tablasDeEmpresa) {
         todas = AbrirTabla(una.tabla, una.nombre, 1, carpeta, numero) && todas;
@@ -91,9 +100,24 @@ bool Tablas::abrirRanura(int tabla) {
 }
 
 bool Tablas::cargarDefinicion(int tabla, std::string_view nombre) {
+    return mostrandoFallos(nombre, [&](const std::string& ruta) {  //
+        ranuraDe(tabla).definicion = definiciones_.leer(ruta);
+    });
+}
+
+// Of the slot as it is open; the keys of an engine's file are not touched.
+bool Tablas::tomarClaves(int tabla, std::string_view nombre) {
+    return mostrandoFallos(nombre, [&](const std::string& ruta) {
+        const auto bytes = platform::leerTodo(capa_.archivos, ruta);
+        auto& suya = ranuraDe(tabla).definicion;
+        suya = std::make_shared<const DefinicionTabla>(conClavesDe(definicion(tabla), bytes));
+    });
+}
+
+bool Tablas::mostrandoFallos(std::string_view nombre, const std::function<void(const std::string&)>& leer) {
     const std::string ruta = gDirectorio_ + core::Mayusculas(nombre) + ".QZA";
     try {
-        ranuraDe(tabla).definicion = definiciones_.leer(ruta);
+        leer(ruta);
         return true;
     } catch (const ErrorArchivo& error) {
         const bool falta =
@@ -102,7 +126,10 @@ bool Tablas::cargarDefinicion(int tabla, std::string_view nombre) {
     } catch (const ErrorDefinicion& error) {
         const std::string bytes = platform::leerTodo(capa_.archivos, ruta);
         const bool sinCampos = NumeroDeDosCaracteres(std::string_view(bytes).substr(0, 2)) < 1;
-        if (!sinCampos) caja(error.what(), core::Icono::exclamacion);
+        if (!sinCampos) {
+            caja(error.what(), core::Icono::exclamacion);
+            return false;
+        }
         // A file of some length that counts no field is no definition, and stands in the way of one.
         if (sinCampos && !bytes.empty()) capa_.archivos.borrar(ruta);
     }

@@ -45,8 +45,8 @@ void Tablas::trasFallo(int fallos, Archivo& archivo, Rango rango, TipoBloqueo ti
         esperarRango(archivo, rango, tipo, capa_.reintentosTablas.espera);
         return;
     }
-    if (!capa_.alguienMira || !capa_.alMostrar) throw;
     caja(capa_.gErrores(153), core::Icono::exclamacion);
+    if (!capa_.alguienMira || !capa_.alMostrar) throw;
 }
 
 // Of a field, or of the whole record (`campo` 0).

@@ -38,7 +38,7 @@ bool esCifra(char c) {
 }
 
 bool esCifraDeAnio(char c) {
-    return esCifra(c) || (c >= 'A' && c <= 'P');
+    return esCifra(c) || (c >= 'A' && c <= 'T');
 }
 
 bool esDiaDeMes(int dia, int mes) {
@@ -105,7 +105,7 @@ std::string ValidarFecha(const Sesion& sesion, std::string_view valor) {
 }
 
 std::string fechaDeTexto(const Sesion& sesion, std::string_view texto) {
-    constexpr int primerAnio = 1960, ultimoAnio = 2159;  // what the stored form can tell
+    constexpr int primerAnio = 1960, ultimoAnio = 2199;  // what the stored form can tell
     const std::string limpio = core::Recortar(texto);
     if (limpio.empty()) return {};
     if (esGuardada(limpio)) return fechaSinComprobar(sesion, limpio);

@@ -84,6 +84,33 @@ TEST(Claves, LeerOtraDefinicion) {
     Claves m;
     EXPECT_EQ(m.pedir(100, "PLANC"), (Respuesta{100, "Apertura2"}));
     EXPECT_EQ(m.pedir(101), (Respuesta{30, "2"}));
+    // The fields are still the table's own: its amount is field 5, its record 60 bytes long.
+    EXPECT_EQ(m.tablas.definicion(tabla).gLongitudRegistro, linea::bytes);
+    EXPECT_EQ(m.tablas.gCampos(tabla, linea::importe), "10");
+    EXPECT_EQ(m.pedir(1), (Respuesta{1, "\\260309"}));
+
+    // A position names the field that bears it here.
+    m.carpeta.escribir("programa/POSIC.QZA", ficheroDefinicion("P", {{"A", 0, 4, 14}}, {}) + "I1  0105" +
+                                                 std::string(23, ' ') + "14");
+    m.pedir(100, "POSIC");
+    EXPECT_EQ(m.pedir(1), (Respuesta{1, "\\SUELD"}));
+    EXPECT_THAT(m.vistas.cajas, IsEmpty());
+}
+
+// What cannot be answered is shown, and the answer is empty.
+TEST(Claves, LoQueNoSePuedeResponder) {
+    Claves m;
+    m.carpeta.escribir("programa/AJENA.QZA",
+                       ficheroDefinicion("A", {{"A", 0, 4, 1}}, {}) + "I1:00105" + std::string(25, ' '));
+    m.pedir(100, "AJENA");  // field 100
+    EXPECT_EQ(m.vistas.textos(), "a segment without a field in key 1 of the definition\n");
+    EXPECT_EQ(m.pedir(1), (Respuesta{1, "\\260309000001"}));  // the keys of before
+    std::int16_t codigo = 0;
+    std::string texto = "something";
+    m.tablas.ClavesTabla(13, codigo, texto);
+    EXPECT_EQ(texto, "");
+    EXPECT_EQ(m.vistas.cajas.size(), 2U);
+    EXPECT_THROW(m.tablas.GrabarCampoClave(13, 1, 1, "x"), platform::ErrorArchivo);
 }
 
 // A "\" would part the fields of a command.

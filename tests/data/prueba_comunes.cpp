@@ -229,6 +229,12 @@ TEST_F(Comunes, LaTablaQueNoCambiaNoSeLeeDeNuevo) {
     EXPECT_EQ(cambio(), 8);
     empresaConMoneda(1);
     EXPECT_EQ(cambio(), 0.7);
+    // Another folder's file counts at once.
+    m.carpeta.escribir("otros/Moneda1.QZF", monedas(3));
+    m.ajustes.GrabarRegistro("CON_DIR", m.carpeta.ruta("otros"));
+    EXPECT_EQ(cambio(), 3);
+    m.ajustes.GrabarRegistro("CON_DIR", m.carpeta.ruta("comunes"));
+    EXPECT_EQ(cambio(), 0.7);
     m.archivos->borrar(ruta);
     EXPECT_EQ(cambio(), 0);
 }

@@ -228,12 +228,16 @@ TEST(Definicion, TituloYNombresDelArchivo) {
     EXPECT_EQ(TituloArchivo(*archivos, ruta), "Año Fiscal");
     std::vector<std::string> nombres{"what", "was", "there", "before", "and", "more"};
     LeerNombresCampos(*archivos, ruta, nombres);
-    EXPECT_EQ(nombres, (std::vector<std::string>{"", "CUENTA", "IMPORTE", "FECHA"}));
+    const auto a23 = [](std::string nombre) {
+        nombre.resize(23, ' ');
+        return nombre;
+    };
+    EXPECT_EQ(nombres, (std::vector<std::string>{"", a23("CUENTA"), a23("IMPORTE"), a23("FECHA")}));
     // A file that ends early gives what it has.
     const auto corto = carpeta.escribir("CORTO.QZA", bytes.substr(0, 80));
     EXPECT_EQ(TituloArchivo(*archivos, corto), "Año Fiscal");
     LeerNombresCampos(*archivos, corto, nombres);
-    EXPECT_EQ(nombres, (std::vector<std::string>{"", "CUENTA"}));
+    EXPECT_EQ(nombres, (std::vector<std::string>{"", a23("CUENTA")}));
     EXPECT_EQ(TituloArchivo(*archivos, carpeta.escribir("NADA.QZA", "03")), "");
     EXPECT_THROW(TituloArchivo(*archivos, carpeta.ruta("FALTA.QZA")), platform::ErrorArchivo);
 }

@@ -97,6 +97,8 @@ TEST(Filtro, ComparaSegunLaColumna) {
         {"FECHA = ", {4}},
         {"FECHA =   /  /  ", {4}},
         {"FECHA LIKE C5*", {2, 3}},
+        {"FECHA <= 31/12/2199", {1, 2, 3, 4}},
+        {"FECHA >= 01/01/2100", {}},
         // Texts exactly, or by order.
         {"CUENTA = 43", {3}},
         {"CUENTA >= 4300002", {2, 4}},

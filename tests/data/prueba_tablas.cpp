@@ -221,6 +221,10 @@ TEST(Tablas, LasNueveDeUnaEmpresa) {
     EXPECT_THAT(m.vistas.cajas, IsEmpty());
     EXPECT_TRUE(t.AbrirTablasEmpresa(m.datos(), "08"));
     EXPECT_TRUE(m.carpeta.hay("datos/ANALI08.QZC"));
+
+    m.capa.enVigor = {};
+    EXPECT_FALSE(t.AbrirTablasEmpresa());
+    EXPECT_THAT(m.vistas.cajas, IsEmpty());
 }
 
 TEST(Tablas, SinClaves) {
@@ -254,6 +258,14 @@ TEST(Tablas, DefinicionQueFalta) {
     EXPECT_FALSE(m.abrir(t, 11, "NULAS"));
     EXPECT_FALSE(m.carpeta.hay("programa/NULAS.QZA"));
     EXPECT_THAT(m.vistas.textos(), HasSubstr("TABLA NULAS inexistente"));
+
+    // One that is there and wrong is said to be so, and stays.
+    m.vistas.cajas.clear();
+    m.carpeta.escribir("programa/CLAVE.QZA",
+                       ficheroDefinicion("C", {{"A", 0, 4, 1}}, {}) + "I1:00105" + std::string(25, ' '));
+    EXPECT_FALSE(m.abrir(t, 11, "CLAVE"));
+    EXPECT_EQ(m.vistas.textos(), "a segment without a field in key 1 of the definition\n");
+    EXPECT_TRUE(m.carpeta.hay("programa/CLAVE.QZA"));
 }
 
 TEST(Tablas, DirectorioQueNoEsta) {
