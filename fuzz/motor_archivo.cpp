@@ -1,12 +1,14 @@
 // A key file from a stranger, or from a bad disk: every command must answer one of its statuses or fail as
 // the engine fails. An input of odd length has its check sums put right first, so that what they would keep
 // out gets in.
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <new>
 #include <string>
 
 #include "apoyo/archivos_memoria.h"
+#include "motor/cabecera.h"
 #include "motor/motor_indexados.h"
 #include "motor/revision.h"
 
@@ -22,9 +24,12 @@ void enderezar(std::string& bytes) {
         const std::size_t nucleo = posicionDeNucleo(lugar);
         if (bytes.size() < nucleo + bytesNucleo) return;
         archivo = leerEntero<std::uint64_t>(datos + nucleo + 16);
-        const std::size_t tramos = bytesTramo * leerEntero<std::uint32_t>(datos + nucleo + 56);
-        if (tramos <= lugarNucleo) {
-            const auto suma = sumaDeControl(datos + nucleo - tramos, tramos,
+        Cabecera cabecera;
+        cabecera.marca = std::max(primeraPagina, leerEntero<std::uint32_t>(datos + nucleo + 36));
+        cabecera.tramos = leerEntero<std::uint32_t>(datos + nucleo + 56);
+        const std::size_t huecos = bytesDeHuecos(cabecera);
+        if (huecos <= lugarNucleo) {
+            const auto suma = sumaDeControl(datos + nucleo - huecos, huecos,
                                             archivo ^ leerEntero<std::uint64_t>(datos + nucleo + lugarSello));
             ponerEntero(datos + nucleo + 60, static_cast<std::uint32_t>(suma));
         }

@@ -202,12 +202,12 @@ void ArchivoClaves::refrescar() {
 
 void ArchivoClaves::cargarLibres() {
     if (libresDe_ == cabecera_.sello) return;
-    std::array<Octeto, maxTramos * bytesTramo> bytes;
-    const std::size_t cuantos = cabecera_.tramos * bytesTramo;
+    std::array<Octeto, lugarNucleo> bytes;
+    const std::size_t cuantos = bytesDeHuecos(cabecera_);
     leerExacto(posicionDeNucleo(cabecera_.lugar()) - cuantos, bytes.data(), cuantos);
-    auto tramos = descifrarTramos(cabecera_, bytes.data());
-    if (!tramos) throw Danno("the key file's free pages are damaged");
-    libres_.poner(std::move(*tramos));
+    auto huecos = descifrarHuecos(cabecera_, bytes.data());
+    if (!huecos) throw Danno("the key file's free pages are damaged");
+    libres_.poner(std::move(*huecos));
     libresDe_ = cabecera_.sello;
 }
 

@@ -85,7 +85,7 @@ class ArchivoClaves {
     template <typename Orden>
     void leerConTurno(Orden&& orden);
     // The free pages that the head lists. Within leerConTurno().
-    const std::vector<Tramo>& libres() {
+    std::vector<Tramo> libres() {
         cargarLibres();
         return libres_.tramos();
     }
@@ -126,7 +126,7 @@ class ArchivoClaves {
     bool fallida_ = false;  // a head write failed
     // Buffers of the writing commands, kept for the next.
     struct Taller {
-        std::vector<std::uint32_t> reserva;
+        std::array<std::vector<std::uint32_t>, 2> reservas;
         std::vector<std::uint32_t> sucias;
         std::vector<Tramo> liberadas;
         std::vector<Octeto> tanda;

@@ -9,7 +9,7 @@ namespace tarvoline::motor {
 namespace {
 
 constexpr std::string_view marcaDeFormato = "QZCLAVES";
-constexpr std::uint16_t version = 1;
+constexpr std::uint16_t version = 2;
 constexpr std::size_t lugarRaices = 64;
 constexpr std::size_t bytesRaiz = 24;
 constexpr std::size_t lugarSuma = bytesNucleo - 4;
@@ -18,9 +18,14 @@ std::uint32_t sumaNucleo(const Octeto* nucleo) {
     return static_cast<std::uint32_t>(sumaDeControl(nucleo, lugarSuma, 0));
 }
 
-std::uint32_t sumaDeTramos(const Cabecera& cabecera, const Octeto* bytes) {
+std::size_t palabrasDelMapa(const Cabecera& cabecera) {
+    constexpr std::size_t bits = 64;
+    return (std::min(cabecera.marca - primeraPagina, paginasDelMapa) + bits - 1) / bits;
+}
+
+std::uint32_t sumaDeHuecos(const Cabecera& cabecera, const Octeto* bytes) {
     return static_cast<std::uint32_t>(
-        sumaDeControl(bytes, cabecera.tramos * bytesTramo, cabecera.archivo ^ cabecera.sello));
+        sumaDeControl(bytes, bytesDeHuecos(cabecera), cabecera.archivo ^ cabecera.sello));
 }
 
 void ponerHijo(Octeto* sitio, const Hijo& hijo) {
@@ -42,16 +47,24 @@ bool sensata(const Cabecera& c) {
 
 }  // namespace
 
-std::size_t codificarCabecera(Cabecera& cabecera, const std::vector<Tramo>& tramos, Octeto* destino) {
-    const std::size_t comienzo = lugarNucleo - tramos.size() * bytesTramo;
+std::size_t bytesDeHuecos(const Cabecera& cabecera) {
+    return palabrasDelMapa(cabecera) * 8 + cabecera.tramos * bytesTramo;
+}
+
+std::size_t codificarCabecera(Cabecera& cabecera, const Huecos& huecos, Octeto* destino) {
+    cabecera.tramos = static_cast<std::uint32_t>(huecos.tramos.size());
+    const std::size_t comienzo = lugarNucleo - bytesDeHuecos(cabecera);
     Octeto* sitio = destino + comienzo;
-    cabecera.tramos = static_cast<std::uint32_t>(tramos.size());
-    for (const Tramo& tramo : tramos) {
+    for (std::size_t i = 0; i < palabrasDelMapa(cabecera); ++i) {
+        ponerEntero(sitio, i < huecos.mapa.size() ? huecos.mapa[i] : std::uint64_t{0});
+        sitio += 8;
+    }
+    for (const Tramo& tramo : huecos.tramos) {
         ponerEntero(sitio, tramo.pagina);
         ponerEntero(sitio + 4, tramo.cuantas);
         sitio += bytesTramo;
     }
-    cabecera.sumaTramos = sumaDeTramos(cabecera, destino + comienzo);
+    cabecera.sumaHuecos = sumaDeHuecos(cabecera, destino + comienzo);
     destino += lugarNucleo;
     std::memset(destino, 0, bytesNucleo);
     ponerComienzo(destino);
@@ -64,7 +77,7 @@ std::size_t codificarCabecera(Cabecera& cabecera, const std::vector<Tramo>& tram
     ponerHijo(destino + 40, cabecera.lista);
     ponerEntero(destino + 52, cabecera.enLista);
     ponerEntero(destino + 56, cabecera.tramos);
-    ponerEntero(destino + 60, cabecera.sumaTramos);
+    ponerEntero(destino + 60, cabecera.sumaHuecos);
     for (std::size_t i = 0; i < maxClaves; ++i) {
         Octeto* const raiz = destino + lugarRaices + bytesRaiz * i;
         ponerHijo(raiz, cabecera.raices[i].hijo);
@@ -94,7 +107,7 @@ std::optional<Cabecera> descifrarCabecera(const Octeto* nucleo, unsigned lugar) 
     c.lista = leerHijo(nucleo + 40);
     c.enLista = leerEntero<std::uint32_t>(nucleo + 52);
     c.tramos = leerEntero<std::uint32_t>(nucleo + 56);
-    c.sumaTramos = leerEntero<std::uint32_t>(nucleo + 60);
+    c.sumaHuecos = leerEntero<std::uint32_t>(nucleo + 60);
     for (std::size_t i = 0; i < maxClaves; ++i) {
         const Octeto* const raiz = nucleo + lugarRaices + bytesRaiz * i;
         c.raices[i] = {leerHijo(raiz), leerEntero<std::uint64_t>(raiz + 12), raiz[20]};
@@ -103,20 +116,29 @@ std::optional<Cabecera> descifrarCabecera(const Octeto* nucleo, unsigned lugar) 
     return c;
 }
 
-std::optional<std::vector<Tramo>> descifrarTramos(const Cabecera& cabecera, const Octeto* bytes) {
-    if (sumaDeTramos(cabecera, bytes) != cabecera.sumaTramos) return std::nullopt;
-    std::vector<Tramo> tramos;
-    tramos.reserve(maxTramos + 1);
-    std::uint64_t libreDesde = primeraPagina;
+std::optional<Huecos> descifrarHuecos(const Cabecera& cabecera, const Octeto* bytes) {
+    if (sumaDeHuecos(cabecera, bytes) != cabecera.sumaHuecos) return std::nullopt;
+    Huecos huecos;
+    huecos.mapa.resize(palabrasDelMapa(cabecera));
+    for (std::uint64_t& palabra : huecos.mapa) {
+        palabra = leerEntero<std::uint64_t>(bytes);
+        bytes += 8;
+    }
+    constexpr unsigned bits = 64;
+    const unsigned enUltima = (cabecera.marca - primeraPagina) % bits;
+    const bool cortada = enUltima != 0 && cabecera.marca - primeraPagina < paginasDelMapa;
+    if (cortada && huecos.mapa.back() >> enUltima != 0) return std::nullopt;
+    huecos.tramos.reserve(maxTramos + 1);
+    std::uint64_t libreDesde = primeraPagina + paginasDelMapa;
     for (std::uint32_t i = 0; i < cabecera.tramos; ++i) {
         const Tramo tramo{leerEntero<std::uint32_t>(bytes + i * bytesTramo),
                           leerEntero<std::uint32_t>(bytes + i * bytesTramo + 4)};
         const std::uint64_t fin = std::uint64_t{tramo.pagina} + tramo.cuantas;
         if (tramo.pagina < libreDesde || tramo.cuantas == 0 || fin > cabecera.marca) return std::nullopt;
         libreDesde = fin;
-        tramos.push_back(tramo);
+        huecos.tramos.push_back(tramo);
     }
-    return tramos;
+    return huecos;
 }
 
 // A file cut short within its beginning is one of ours, too.
@@ -125,6 +147,9 @@ Origen origenDe(const Octeto* comienzo) {
     std::array<Octeto, bytesComienzo> nuestro{};
     ponerComienzo(nuestro.data());
     const auto iguales = std::mismatch(nuestro.begin(), nuestro.end(), comienzo).second;
+    const bool antes =
+        iguales == comienzo + marcaDeFormato.size() && comienzo[8] < version && comienzo[9] == 0;
+    if (antes && comienzo[8] > 0) return Origen::antiguo;
     const bool nadaDetras = std::all_of(iguales, comienzo + bytesNucleo, [](Octeto uno) { return uno == 0; });
     if (iguales == comienzo) return nadaDetras ? Origen::en_cero : Origen::ajeno;
     return nadaDetras || iguales == comienzo + bytesComienzo ? Origen::propio : Origen::ajeno;

@@ -11,10 +11,10 @@ namespace tarvoline::motor {
 namespace {
 
 // The head has room for more runs of free pages; but every commit looks through them and writes them.
-constexpr std::size_t tramosHolgados = 200;
+constexpr std::size_t tramosHolgados = 160;
 static_assert(tramosHolgados <= maxTramos);
 // So many go to a list at once.
-constexpr std::size_t tramosPorLista = 150;
+constexpr std::size_t tramosPorLista = 120;
 static_assert(tramosPorLista <= maxTramosLista);
 
 constexpr std::size_t bytesMayorTanda = std::size_t{256} * 1024;
@@ -29,11 +29,12 @@ Escritura::Escritura(ArchivoClaves& archivo)
     : archivo_(archivo),
       turno_(*archivo.archivo_, platform::TipoBloqueo::exclusivo, !archivo.sinTurno_),
       libres_(archivo.libres_),
-      reserva_(archivo.taller_.reserva),
+      reservas_(archivo.taller_.reservas),
       sucias_(archivo.taller_.sucias),
       liberadas_(archivo.taller_.liberadas),
       tanda_(archivo.taller_.tanda) {
-    reserva_.clear();
+    for (auto& una : reservas_)
+        una.clear();
     sucias_.clear();
     liberadas_.clear();
     if (archivo.fallida_) throw ErrorMotor("the key file is damaged or failed while it was written");
@@ -53,8 +54,9 @@ Escritura::~Escritura() {
     archivo_.azar_.reset();
 }
 
-void Escritura::prever(unsigned paginas) {
-    if (reserva_.empty() && paginas > 0) conseguir(paginas);
+void Escritura::prever(unsigned hojas, unsigned interiores) {
+    if (hojas > 0) conseguir(hojas, Para::hojas);
+    if (interiores > 0) conseguir(interiores, Para::interiores);
 }
 
 const Pagina& Escritura::leer(const Hijo& hijo, unsigned clave, unsigned nivel) {
@@ -87,7 +89,7 @@ void Escritura::liberar(const Hijo& hijo) {
     }
     std::erase(sucias_, hijo.pagina);
     archivo_.cache_.olvidar(hijo.pagina);
-    reserva_.push_back(hijo.pagina);
+    reserva(Para::hojas).push_back(hijo.pagina);
 }
 
 void Escritura::liberarTodo() {
@@ -97,39 +99,42 @@ void Escritura::liberarTodo() {
     todoLibre_ = true;
 }
 
-// Inner pages are rewritten by nearly every commit, leaves live long: taken from opposite ends of the run,
-// the inner ones leave whole runs behind.
 std::uint32_t Escritura::asignar(unsigned nivel) {
-    if (reserva_.empty()) conseguir(1);
-    const auto sitio = nivel == 0 ? reserva_.begin() : reserva_.end() - 1;
+    const Para para = nivel == 0 ? Para::hojas : Para::interiores;
+    auto& suya = reserva(para);
+    if (suya.empty()) conseguir(1, para);
+    // The higher up a page stands the sooner it is written again: those of a level leave their places
+    // together.
+    const auto sitio = nivel > 1 ? suya.end() - 1 : suya.begin();
     const std::uint32_t pagina = *sitio;
-    reserva_.erase(sitio);
+    suya.erase(sitio);
     return pagina;
 }
 
 // Pages in one run make one write. Where none is long enough the file grows, unless two fifths of it are
 // free.
-void Escritura::conseguir(std::uint32_t cuantas) {
-    if (const std::uint32_t primera = libres_.tomarSeguidas(cuantas); primera != 0) {
+void Escritura::conseguir(std::uint32_t cuantas, Para para) {
+    auto& suya = reserva(para);
+    const auto tomar = [&](std::uint32_t primera) {
         for (std::uint32_t i = 0; i < cuantas; ++i)
-            reserva_.push_back(primera + i);
+            suya.push_back(primera + i);
+    };
+    if (const std::uint32_t primera = libres_.tomarSeguidas(cuantas, para); primera != 0) {
+        tomar(primera);
         return;
     }
     const std::uint64_t libres = libres_.total() + nueva_.enLista;
     if (libres < cuantas || 5 * libres < 2 * std::uint64_t{nueva_.marca}) {
-        const std::uint32_t primera = alargar(cuantas);
-        for (std::uint32_t i = 0; i < cuantas; ++i)
-            reserva_.push_back(primera + i);
+        tomar(alargar(cuantas));
         return;
     }
     while (libres_.total() < cuantas && nueva_.lista.pagina != 0)
         sacarDeLista();
-    const std::size_t antes = reserva_.size();
-    libres_.tomarSueltas(cuantas, reserva_);
-    if (reserva_.size() < antes + cuantas) {
+    const std::size_t antes = suya.size();
+    libres_.tomarSueltas(cuantas, para, suya);
+    if (suya.size() < antes + cuantas) {
         throw Danno("the key file's list of free pages is shorter than it says");
     }
-    std::sort(reserva_.begin(), reserva_.end());
 }
 
 std::uint32_t Escritura::alargar(std::uint32_t cuantas) {
@@ -153,30 +158,39 @@ void Escritura::sacarDeLista() {
     libres_.devolver(lista.tramos);
 }
 
+// Of the pages that this commit frees, those that the map does not show.
+std::size_t Escritura::tramosQueVuelven() const {
+    return static_cast<std::size_t>(std::ranges::count_if(liberadas_, [](const Tramo& tramo) {
+        return tramo.pagina + tramo.cuantas > primeraPagina + paginasDelMapa;
+    }));
+}
+
 // From here on the free pages are those of the head to be.
 void Escritura::ordenarLibres() {
     if (todoLibre_) {
-        libres_.poner({{primeraPagina, nueva_.marca - primeraPagina}});
-        if (nueva_.marca == primeraPagina) libres_.poner({});
+        libres_.poner({});
+        if (nueva_.marca > primeraPagina) libres_.devolver({{primeraPagina, nueva_.marca - primeraPagina}});
         return;
     }
-    for (const std::uint32_t pagina : reserva_)
-        liberadas_.push_back({pagina, 1});
-    reserva_.clear();
+    for (auto& una : reservas_) {
+        for (const std::uint32_t pagina : una)
+            liberadas_.push_back({pagina, 1});
+        una.clear();
+    }
     // Lists take their pages before those that this commit frees come in (2).
     std::vector<std::uint32_t> paraListas;
     const auto sobran = [&] {
         const std::size_t caben = tramosHolgados + paraListas.size() * (tramosPorLista - 1);
-        return libres_.tramos().size() + liberadas_.size() > caben;
+        return libres_.huecos().tramos.size() + tramosQueVuelven() > caben;
     };
     while (sobran()) {
-        conseguir(1);
-        paraListas.push_back(reserva_.back());
-        reserva_.pop_back();
+        conseguir(1, Para::interiores);
+        paraListas.push_back(reserva(Para::interiores).back());
+        reserva(Para::interiores).pop_back();
     }
     libres_.devolver(liberadas_);
     for (const std::uint32_t pagina : paraListas) {
-        if (!libres_.tramos().empty()) {
+        if (!libres_.huecos().tramos.empty()) {
             guardarEnLista(pagina);
             continue;
         }
@@ -221,7 +235,7 @@ void Escritura::escribirTanda(std::size_t desde, std::size_t hasta) {
 
 void Escritura::escribirCabecera() {
     std::array<Octeto, bytesCabecera> bytes;
-    const std::size_t comienzo = codificarCabecera(nueva_, libres_.tramos(), bytes.data());
+    const std::size_t comienzo = codificarCabecera(nueva_, libres_.huecos(), bytes.data());
     archivo_.fallida_ = true;
     archivo_.archivo_->escribir(nueva_.lugar() * bytesCabecera + comienzo,
                                 bytesDe(bytes.data() + comienzo, bytes.size() - comienzo));

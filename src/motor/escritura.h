@@ -20,8 +20,8 @@ class Escritura {
     // The head to be; changes to it count from confirmar() on.
     Cabecera& cabecera() { return nueva_; }
     unsigned ancho() const { return nueva_.longitud; }
-    // How many pages the command will probably write: they are then taken in one run, if there is one.
-    void prever(unsigned paginas);
+    // How many pages the command will probably write: each sort is then taken in one run, if there is one.
+    void prever(unsigned hojas, unsigned interiores);
 
     const Pagina& leer(const Hijo& hijo, unsigned clave, unsigned nivel);
     // The page as this commit's own: itself when the commit wrote it, else a copy of it, and `hijo` names
@@ -39,9 +39,11 @@ class Escritura {
 
   private:
     std::uint32_t asignar(unsigned nivel);
-    void conseguir(std::uint32_t cuantas);
+    std::vector<std::uint32_t>& reserva(Para para) { return reservas_[para == Para::hojas ? 0 : 1]; }
+    void conseguir(std::uint32_t cuantas, Para para);
     std::uint32_t alargar(std::uint32_t cuantas);
     void sacarDeLista();
+    std::size_t tramosQueVuelven() const;
     void ordenarLibres();
     void guardarEnLista(std::uint32_t pagina);
     void escribirPaginas();
@@ -52,10 +54,10 @@ class Escritura {
     Turno turno_;
     Cabecera nueva_;
     Libres& libres_;
-    std::vector<std::uint32_t>& reserva_;  // taken and not yet used, in order of place
-    std::vector<std::uint32_t>& sucias_;   // pages of this commit
-    std::vector<Tramo>& liberadas_;        // free from this commit on
-    std::vector<Octeto>& tanda_;           // a run of pages on its way
+    std::array<std::vector<std::uint32_t>, 2>& reservas_;  // taken and not yet used
+    std::vector<std::uint32_t>& sucias_;                   // pages of this commit
+    std::vector<Tramo>& liberadas_;                        // free from this commit on
+    std::vector<Octeto>& tanda_;                           // a run of pages on its way
     bool todoLibre_ = false;
     bool confirmada_ = false;
 };

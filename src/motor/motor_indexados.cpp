@@ -28,12 +28,16 @@ bool esPosicion(Verbo verbo) {
     return verbo <= Verbo::debajo;
 }
 
-// What a command on one leaf and its parents writes, at every level of every key.
-unsigned paginasPrevistas(const Cabecera& cabecera) {
-    unsigned paginas = 0;
-    for (unsigned i = 0; i < cabecera.claves; ++i)
-        paginas += cabecera.raices[i].altura;
-    return paginas;
+// What a command writes that changes one leaf of every key, and with it all above.
+void preverUnaDeCada(Escritura& escritura) {
+    const Cabecera& cabecera = escritura.cabecera();
+    unsigned hojas = 0, interiores = 0;
+    for (unsigned i = 0; i < cabecera.claves; ++i) {
+        if (cabecera.raices[i].altura == 0) continue;
+        ++hojas;
+        interiores += cabecera.raices[i].altura - 1U;
+    }
+    escritura.prever(hojas, interiores);
 }
 
 }  // namespace
@@ -272,7 +276,7 @@ std::int16_t MotorIndexados::insertar(std::int32_t& registro) {
         Cabecera& cabecera = escritura.cabecera();
         if (cabecera.contador >= mayorRegistro) throw ErrorMotor("the table has given all record numbers");
         const std::uint32_t numero = ++cabecera.contador;
-        escritura.prever(paginasPrevistas(cabecera));
+        preverUnaDeCada(escritura);
         Clave clave;
         for (unsigned i = 0; i < textos.size(); ++i) {
             clave.poner(textos[i], ancho, numero);
@@ -290,7 +294,7 @@ std::int16_t MotorIndexados::borrar() {
     const unsigned ancho = archivo.ancho();
     if (textos.size() != archivo.cabecera().claves) return estado::malo;
     return escribir(archivo, [&](Escritura& escritura) {
-        escritura.prever(paginasPrevistas(escritura.cabecera()));
+        preverUnaDeCada(escritura);
         unsigned quitadas = 0;
         Clave clave;
         for (unsigned i = 0; i < textos.size(); ++i) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "motor/escritura.h"
 #include "motor/modelo.h"
 #include "motor/motor_indexados.h"
 #include "motor/revision.h"

@@ -1,4 +1,6 @@
 // Commands and statuses, one by one: what a person at the keyboard would try.
+#include <set>
+
 #include "motor/diferencial.h"
 #include "motor/escritura.h"
 #include "motor/reconstruccion.h"
@@ -271,6 +273,70 @@ TEST(Formato, paginaDelEjemplo) {
         leido += std::string(clave.sinRelleno(12)) + ":" + std::to_string(clave.registro) + " ";
     }
     EXPECT_EQ(leido, "43:3 4300001:1 4300003:2 4300003:4 ");
+}
+
+TEST(Formato, cabeceraDelEjemplo) {
+    motor::Cabecera cabecera;
+    cabecera.longitud = 12;
+    cabecera.claves = 1;
+    cabecera.archivo = 0x0D2C3260E65508E1U;
+    cabecera.sello = (std::uint64_t{6} << motor::bitsAzar) | 0x97A1A7U;
+    cabecera.contador = 4;
+    cabecera.marca = 6;
+    cabecera.raices[0] = {{5, cabecera.sello}, 4, 1};
+    std::array<motor::Octeto, motor::bytesCabecera> bytes{};
+    ASSERT_EQ(motor::codificarCabecera(cabecera, {{1}, {}}, bytes.data()), 3576U);
+    EXPECT_EQ(cabecera.sumaHuecos, 0x6E8893DDU);
+    EXPECT_EQ(bytes[3576], 1U);
+    const auto leida = motor::descifrarCabecera(bytes.data() + motor::lugarNucleo, 0);
+    ASSERT_TRUE(leida);
+    EXPECT_EQ(leida->raices[0].entradas, 4U);
+    EXPECT_EQ(motor::descifrarHuecos(*leida, bytes.data() + 3576)->mapa, std::vector<std::uint64_t>{1});
+    // Page 6 is not of the file yet: it cannot be free.
+    motor::codificarCabecera(cabecera, {{5}, {}}, bytes.data());
+    EXPECT_FALSE(motor::descifrarHuecos(cabecera, bytes.data() + 3576));
+}
+
+// Taking and giving back, against a set of pages, on both sides of where the map ends.
+TEST(Libres, ComoUnConjunto) {
+    constexpr std::uint32_t fin = motor::primeraPagina + motor::paginasDelMapa + 800;
+    const unsigned semilla = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(semilla));
+    std::mt19937 azar(semilla);
+    motor::Libres libres;
+    std::set<std::uint32_t> suyas;
+    const auto devolver = [&](std::uint32_t desde, std::uint32_t cuantas) {
+        libres.devolver({{desde, cuantas}});
+        for (std::uint32_t i = 0; i < cuantas; ++i)
+            ASSERT_TRUE(suyas.insert(desde + i).second);
+    };
+    devolver(motor::primeraPagina + motor::paginasDelMapa - 900, 1700);
+    std::vector<std::uint32_t> tomadas;
+    for (int i = 0; i < 4000; ++i) {
+        const auto para = azar() % 2 == 0 ? motor::Para::hojas : motor::Para::interiores;
+        const std::uint32_t cuantas = static_cast<std::uint32_t>(1 + azar() % 70);
+        if (azar() % 2 == 0) {
+            const std::uint32_t primera = libres.tomarSeguidas(cuantas, para);
+            for (std::uint32_t n = 0; primera != 0 && n < cuantas; ++n)
+                tomadas.push_back(primera + n);
+        } else {
+            libres.tomarSueltas(cuantas, para, tomadas);
+        }
+        for (; !tomadas.empty(); tomadas.pop_back())
+            ASSERT_EQ(suyas.erase(tomadas.back()), 1U);
+        for (int vuelven = 0; vuelven < 70; ++vuelven) {
+            const std::uint32_t pagina = fin - 1 - static_cast<std::uint32_t>(azar() % 1700);
+            if (!suyas.contains(pagina)) devolver(pagina, 1);
+        }
+        ASSERT_EQ(libres.total(), suyas.size());
+        if (i % 100 != 0) continue;
+        std::set<std::uint32_t> dichas;
+        for (const auto& tramo : libres.tramos()) {
+            for (std::uint32_t n = 0; n < tramo.cuantas; ++n)
+                dichas.insert(tramo.pagina + n);
+        }
+        ASSERT_EQ(dichas, suyas);
+    }
 }
 
 // Far beyond 4 GiB: pages are named by number, positions are 64-bit.
