@@ -27,9 +27,12 @@ struct FiltroLineas {
     std::vector<data::Condicion> condiciones;
     std::optional<double> absoluto;
 
-    explicit FiltroLineas(std::string_view texto) : condiciones(data::interpretarFiltro(texto)) {
+    FiltroLineas(std::string_view tabla, std::string_view texto)
+        : condiciones(data::interpretarFiltro(texto)) {
+        if (!core::igualSinCaja(tabla, diario)) return;
         std::erase_if(condiciones, [&](const data::Condicion& una) {
-            const bool suya = core::igualSinCaja(una.columna, valorAbsoluto);
+            const bool suya =
+                una.operador == data::Operador::igual && core::igualSinCaja(una.columna, valorAbsoluto);
             if (suya) absoluto = std::fabs(core::Val(una.valor));
             return suya;
         });
@@ -81,6 +84,10 @@ void Mostrador::situar(std::string_view fecha, std::string_view numero) {
     sesion.Número = numero;
 }
 
+void Mostrador::comprobarFecha(std::string_view texto) const {
+    fechaDeTexto(enlace_.interior_->sesion, texto);
+}
+
 std::string Mostrador::fechaLarga() const {
     return data::FechaCompleta(enlace_.interior_->sesion.Fecha);
 }
@@ -105,7 +112,8 @@ std::string Mostrador::buscar(std::string_view tabla, std::string_view filtro) {
     if (filas.empty()) return {};
     std::string texto = titulos + "\n";
     if (core::igualSinCaja(tabla, diario)) {
-        for (const std::int32_t registro : lineasPorCuenta(enlace_.interior_->sesion, FiltroLineas(filtro))) {
+        for (const std::int32_t registro :
+             lineasPorCuenta(enlace_.interior_->sesion, FiltroLineas(diario, filtro))) {
             const auto suya = lugares.find(registro);
             if (suya != lugares.end()) texto += std::exchange(filas[suya->second], {}) + "\n";
         }
@@ -143,7 +151,7 @@ void Mostrador::recorrer(std::string_view tabla, std::string_view filtro,
                          const std::function<void(data::TablaCursor&)>& alPasar) {
     Sesion& sesion = enlace_.interior_->sesion;
     sesion.entrar();
-    const FiltroLineas pedido(filtro);
+    const FiltroLineas pedido(tabla, filtro);
     data::TablaCursor cursor(sesion.contexto.datos, sesion.contexto.tablas());
     abrirCursor(cursor, data::rutaDeTabla(sesion.contexto.datos, tabla));
     cursor.Filtrar(pedido.condiciones);

@@ -1,5 +1,8 @@
 #include "server/enlace_asiento.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <pugixml.hpp>
 #include <sstream>
 
@@ -11,6 +14,34 @@ namespace tarvoline::server {
 namespace {
 
 using link::Enlace;
+
+constexpr std::string_view sinNumero = "(Auto)";
+
+// What a sum of a company can be: beyond this its cents are lost, and those of every total with it.
+constexpr double importeMayor = 1e15;
+
+bool esImporte(std::string_view texto) {
+    const auto cifras = [&texto] {
+        const std::size_t cuantas = std::min(texto.find_first_not_of("0123456789"), texto.size());
+        texto.remove_prefix(cuantas);
+        return cuantas;
+    };
+    const auto signo = [&texto](std::string_view cuales) {
+        const bool hay = !texto.empty() && cuales.find(texto.front()) != std::string_view::npos;
+        if (hay) texto.remove_prefix(1);
+        return hay;
+    };
+    signo("+-");
+    std::size_t todas = cifras();
+    if (signo(".")) todas += cifras();
+    if (todas == 0) return false;
+    if (signo("eE")) {
+        signo("+-");
+        const std::size_t exponente = cifras();
+        if (exponente == 0 || exponente > 2) return false;
+    }
+    return texto.empty();
+}
 
 std::string atributo(pugi::xml_node fila, const char* nombre) {
     return textoDeForma(fila.attribute(nombre).value());
@@ -58,20 +89,61 @@ void anadirAnalitica(Enlace& enlace, pugi::xml_node fila) {
                            atributo(fila, "DESCRIPCION"), 1, importe(fila, "IMPORTE"));
 }
 
+void comprobarFila(pugi::xml_node fila, std::initializer_list<const char*> importes) {
+    if (core::Recortar(atributo(fila, "CUENTA")).empty())
+        throw ErrorForma(std::string("ERROR: falta la cuenta: ") + fila.name());
+    for (const char* nombre : importes)
+        exigirImporte(atributo(fila, nombre));
+}
+
+void comprobarApunte(pugi::xml_node fila) {
+    comprobarFila(fila, {"IMPORTE"});
+    const std::string tipo = core::Recortar(atributo(fila, "TIPO"));
+    // Debit and credit, and both with the sign turned.
+    constexpr std::array<std::string_view, 4> tipos{"1", "2", "3", "4"};
+    if (std::ranges::find(tipos, tipo) == tipos.end())
+        throw ErrorForma("ERROR: no es debe ni haber: " + tipo);
+}
+
+void comprobarNumero(const std::string& numero) {
+    constexpr std::size_t maximo = 6;
+    const bool bueno = numero == sinNumero ||
+                       (numero.size() <= maximo && std::ranges::all_of(numero, [](char c) {
+                            return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+                        }));
+    if (!bueno) throw ErrorForma("ERROR: no es un número de asiento: " + numero);
+}
+
 // All entries of a form are looked at before the first is stored.
 void comprobar(Enlace& enlace, pugi::xml_node asiento) {
+    const link::Mostrador mostrador(enlace);
     const std::string fecha = atributo(asiento, "FECHA");
     enlace.Fecha(fecha);
     if (enlace.Fecha().empty()) throw ErrorForma("ERROR: no es una fecha de asiento: " + fecha);
-    for (const char* seccion : {"APUNTES", "IVAS", "CARTERAS", "ANALITICA"}) {
-        for (const pugi::xml_node fila : asiento.child(seccion).children()) {
-            for (const char* nombre : {"IMPORTE", "BASE", "TOTAL"}) {
-                const std::string valor = core::Recortar(atributo(fila, nombre));
-                if (valor.find_first_not_of("+-.0123456789Ee") != std::string::npos)
-                    throw ErrorForma("ERROR: no es un importe: " + valor);
-            }
-        }
+    comprobarNumero(atributo(asiento, "NUMERO"));
+    int filas = 0;
+    bool conApuntes = false;
+    for (const pugi::xml_node fila : asiento.child("APUNTES").children("APUNTE")) {
+        comprobarApunte(fila);
+        conApuntes = true;
+        ++filas;
     }
+    for (const pugi::xml_node fila : asiento.child("IVAS").children("IVA")) {
+        comprobarFila(fila, {"BASE", "TOTAL"});
+        mostrador.comprobarFecha(atributo(fila, "FECHA_FRA"));
+        ++filas;
+    }
+    for (const pugi::xml_node fila : asiento.child("CARTERAS").children("CARTERA")) {
+        comprobarFila(fila, {"TOTAL"});
+        mostrador.comprobarFecha(atributo(fila, "FECHA_VTO"));
+        ++filas;
+    }
+    for (const pugi::xml_node fila : asiento.child("ANALITICA").children("ANALI")) {
+        comprobarFila(fila, {"IMPORTE"});
+        if (!conApuntes) throw ErrorForma("ERROR: analítica sin apunte");
+        ++filas;
+    }
+    if (filas == 0) throw ErrorForma("ERROR: un asiento sin líneas");
 }
 
 using Anadir = void (*)(Enlace&, pugi::xml_node);
@@ -83,7 +155,6 @@ void anadirSeccion(Enlace& enlace, pugi::xml_node asiento, const char* seccion, 
 }
 
 void grabarUno(Enlace& enlace, pugi::xml_node asiento) {
-    constexpr std::string_view sinNumero = "(Auto)";
     const std::string suNumero = atributo(asiento, "NUMERO");
     enlace.LimpiarPendientes();
     enlace.Fecha(atributo(asiento, "FECHA"));
@@ -161,6 +232,12 @@ void escribirAnaliticas(pugi::xml_node asiento, const Enlace& enlace) {
 }
 
 }  // namespace
+
+void exigirImporte(const std::string& texto) {
+    const std::string suyo = core::Recortar(texto);
+    if (!esImporte(suyo) || !(std::fabs(core::Val(suyo)) < importeMayor))
+        throw ErrorForma("ERROR: no es un importe: " + suyo);
+}
 
 std::string grabarAsiento(const FormaEnlace& forma, Enlace& enlace) {
     const pugi::xml_node asientos = forma.documento->document_element().child("ASIENTOS");

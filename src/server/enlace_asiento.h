@@ -12,6 +12,9 @@ namespace tarvoline::server {
 // Stores the entry of a GRABARASIENTO document; its number. Throws ErrorForma, link::ErrorEnlace.
 std::string grabarAsiento(const FormaEnlace& forma, link::Enlace& enlace);
 
+// Throws ErrorForma for a text that is no sum of money.
+void exigirImporte(const std::string& texto);
+
 // The answer to LEERASIENTO: the entry that the session has read, or none.
 std::string xmlDeAsiento(const link::Enlace& enlace, const link::Mostrador& mostrador);
 

@@ -32,6 +32,15 @@ void comprobar(const pugi::xml_document& documento) {
     pugi::xml_node(documento).traverse(recorrido);
 }
 
+// All of it, also what a comment parts.
+std::string textoDe(const pugi::xml_node& elemento) {
+    std::string texto;
+    for (const pugi::xml_node trozo : elemento.children()) {
+        if (trozo.type() == pugi::node_pcdata || trozo.type() == pugi::node_cdata) texto += trozo.value();
+    }
+    return texto;
+}
+
 }  // namespace
 
 std::string textoDeForma(std::string_view utf8) {
@@ -71,7 +80,8 @@ FormaEnlace leerForma(std::string_view xml) {
         const std::string nombre = hijo.name();
         if (!nombreBueno(nombre) || forma.campos.size() >= maximoCampos)
             throw ErrorForma("ERROR: campo que no se entiende");
-        forma.campos[nombre] = textoDeForma(hijo.text().get());
+        if (!forma.campos.emplace(nombre, textoDeForma(textoDe(hijo))).second)
+            throw ErrorForma("ERROR: el campo " + nombre + " está dos veces");
     }
     forma.token = forma.campo("ID");
     forma.carpeta = forma.campo("CARPETA");

@@ -24,6 +24,31 @@ bool esNombre(std::string_view nombre) {
            nombre.find_first_of("/\\:*?\"<>|") == std::string_view::npos;
 }
 
+bool pideCrear(std::string_view clave) {
+    return core::Mayusculas(clave).starts_with(opcionesCreacion);
+}
+
+// Values that say which tables are the company's, or whether anybody can open it, are not for the road: a
+// wrong one could not be taken back by it, and a company's number opens another company's tables.
+void comprobarValor(const std::string& nombre, const std::string& valor) {
+    constexpr std::size_t maximo = 4096;
+    const std::string suyo = core::Mayusculas(core::Recortar(nombre));
+    for (const char* reservado : {"COMUN", "VERSION", "GLOBAL_DIR"}) {
+        if (suyo == reservado) throw ErrorForma("ERROR: no se cambia aquí: " + suyo);
+    }
+    if (nombre.size() + valor.size() > maximo) throw ErrorForma("ERROR: el valor es demasiado largo");
+    const bool cifras = valor.find_first_not_of("0123456789") == std::string::npos;
+    const auto exigir = [&](const char* cual, std::size_t cuantas, int menor, int mayor) {
+        if (suyo != cual) return;
+        const int dado = core::ValEntero(valor);
+        if (!cifras || valor.size() != cuantas || dado < menor || dado > mayor)
+            throw ErrorForma("ERROR: valor no válido: " + suyo);
+    };
+    exigir("AÑO", 2, 0, 99);
+    exigir("APERTURA", 2, 1, 12);
+    exigir("NIVEL", 5, 1, 99999);
+}
+
 std::string numero(double valor) {
     std::string texto;
     data::ponerTextoDeNumero(valor, texto);
@@ -75,17 +100,25 @@ std::string OperacionesEnlace::LEEREMPRESAS(Peticion& peticion) {
 // VALOR is the password. A protected company is there for everybody; what is in it, for who knows that.
 std::string OperacionesEnlace::EMPRESAEXISTS(Peticion& peticion) {
     const FormaEnlace& forma = peticion.forma;
-    return peticion.sesion.desbloquear(peticion.carpeta, forma.empresa, forma.campo("VALOR")) ? "SI" : "NO";
+    const std::string& clave = forma.campo("VALOR");
+    if (pideCrear(clave)) throw ErrorForma("ERROR: no es una clave");
+    using Puerta = SesionEnlace::Puerta;
+    const Puerta puerta = peticion.sesion.desbloquear(peticion.carpeta, forma.empresa, clave);
+    if (puerta == Puerta::noEsta) return "NO";
+    if (puerta == Puerta::cerrada && !clave.empty())
+        frenar(peticion.direccion, "clave de empresa rechazada, empresa \"" + forma.empresa + "\"");
+    return "SI";
 }
 
 std::string OperacionesEnlace::CREAREMPRESA(Peticion& peticion) {
     const FormaEnlace& forma = peticion.forma;
     const std::string& opciones = forma.campo("VALOR");
     MundoEnlace& mundo = peticion.sesion.mundo(peticion.carpeta);
-    if (!core::Mayusculas(opciones).starts_with(opcionesCreacion))
-        throw ErrorForma("ERROR: faltan las opciones de la empresa nueva");
+    if (!pideCrear(opciones)) throw ErrorForma("ERROR: faltan las opciones de la empresa nueva");
     if (!esNombre(forma.empresa)) throw ErrorForma("ERROR: no es un nombre de empresa: " + forma.empresa);
     if (!mundo.ruta(forma.empresa).empty()) throw ErrorForma("ERROR: ya existe la empresa " + forma.empresa);
+    // What was open is not any more, whatever comes of it.
+    peticion.sesion.soltar();
     mundo.enlace().AbrirEmpresa(mundo.carpeta() + forma.empresa, opciones);
     return "OK";
 }
@@ -103,6 +136,7 @@ std::string OperacionesEnlace::PUTTOTAL(Peticion& peticion) {
     const std::string& valor = peticion.forma.campo("VALOR");
     const auto igual = valor.find('=');
     if (igual == std::string::npos) throw ErrorForma("ERROR: falta el valor");
+    comprobarValor(valor.substr(0, igual), valor.substr(igual + 1));
     peticion.libros().Config(valor.substr(0, igual), valor.substr(igual + 1));
     return "OK";
 }
@@ -157,6 +191,7 @@ std::string OperacionesEnlace::ANULARASIENTO(Peticion& peticion) {
     constexpr std::string_view condicion = "REFERENCIA=";
     const FormaEnlace& forma = peticion.forma;
     const std::string& referencia = forma.campo("REFERENCIA");
+    if (core::Recortar(referencia) == condicion) throw ErrorForma("ERROR: falta la referencia");
     if (core::empiezaPor(referencia, condicion)) {
         peticion.libros().AnularApuntePorReferencia(referencia.substr(condicion.size()));
         return "OK";

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "core/texto.h"
+#include "link/mostrador.h"
 #include "platform/arbol_ajustes.h"
 #include "platform/carpetas_sistema.h"
 
@@ -62,8 +63,10 @@ MundoEnlace::MundoEnlace(platform::SistemaArchivos& archivos, core::Registro& re
     for (const char* clave : {"CON_DIR", "IVA_DIR", "GLOBAL_DIR"})
         ajustes_.GrabarRegistro(clave, comunes);
     contexto_.alMostrar([this, &registro](const std::string&, const std::string& texto) {
+        // One line a form: nobody washes the log away with a form of many wrong rows.
+        if (!mostrado_.empty()) return;
         registro.aviso("enlace: " + texto);
-        if (mostrado_.empty()) mostrado_ = texto;
+        mostrado_ = texto;
     });
     contexto_.alAvisar([&registro](const std::string& texto) { registro.aviso(texto); });
     enlace_ = std::make_unique<link::Enlace>(contexto_);
@@ -97,22 +100,21 @@ std::optional<std::string> SesionEnlace::claveConocida(const std::string& carpet
     return suya == claves_.end() ? std::nullopt : std::optional(suya->second);
 }
 
-bool SesionEnlace::desbloquear(const std::string& carpeta, const std::string& nombre,
-                               const std::string& clave) {
+SesionEnlace::Puerta SesionEnlace::desbloquear(const std::string& carpeta, const std::string& nombre,
+                                               const std::string& clave) {
     MundoEnlace& suyo = mundo(carpeta);
     const std::string ruta = suyo.ruta(nombre);
-    if (ruta.empty()) return false;
+    if (ruta.empty()) return Puerta::noEsta;
     abierta_.clear();
     try {
-        suyo.enlace().AbrirEmpresa(ruta, clave);
+        abrir(suyo, ruta, clave);
     } catch (const link::ErrorEnlace& error) {
         suyo.enlace().CerrarEmpresa();
-        if (error.numero() == link::error_enlace::claveNoValida) return true;
+        if (error.numero() == link::error_enlace::claveNoValida) return Puerta::cerrada;
         throw;
     }
-    abierta_ = ruta;
     claves_[claveDe(carpeta, nombre)] = clave;
-    return true;
+    return Puerta::abierta;
 }
 
 link::Enlace& SesionEnlace::empresa(const std::string& carpeta, const std::string& nombre) {
@@ -122,11 +124,17 @@ link::Enlace& SesionEnlace::empresa(const std::string& carpeta, const std::strin
         abierta_.clear();
         const auto clave = claves_.find(claveDe(carpeta, nombre));
         // What is no name of a company is told as a company that does not exist.
-        suyo.enlace().AbrirEmpresa(ruta.empty() ? suyo.carpeta() + "?" : ruta,
-                                   clave == claves_.end() ? std::string() : clave->second);
-        abierta_ = ruta;
+        abrir(suyo, ruta.empty() ? suyo.carpeta() + "?" : ruta,
+              clave == claves_.end() ? std::string() : clave->second);
     }
     return suyo.enlace();
+}
+
+// The entry that the session stood at was another company's. REQUIRES: `clave` is no order to make one.
+void SesionEnlace::abrir(MundoEnlace& suyo, const std::string& ruta, const std::string& clave) {
+    suyo.enlace().AbrirEmpresa(ruta, clave);
+    link::Mostrador(suyo.enlace()).situar("", "");
+    abierta_ = ruta;
 }
 
 }  // namespace tarvoline::server

@@ -1,6 +1,7 @@
 // A session of the accounting link: a user, and the books of the folder that he is at, one company at a time.
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -52,8 +53,9 @@ class SesionEnlace {
                  UsuarioLeido usuario)
         : archivos_(archivos), registro_(registro), raiz_(std::move(raiz)), usuario_(std::move(usuario)) {}
 
-    // One request at a time.
+    // One request at a time; how many wait or are at it.
     std::mutex cerrojo;
+    std::atomic<int> esperando = 0;
 
     const Usuario& usuario() const { return *usuario_; }
     // The books of that folder, "" that of the user.
@@ -61,8 +63,11 @@ class SesionEnlace {
     // A company of it, opened. Throws link::ErrorEnlace. One that is protected must have been unlocked
     // before.
     link::Enlace& empresa(const std::string& carpeta, const std::string& nombre);
-    // Whether the company is there; with the right password it is unlocked.
-    bool desbloquear(const std::string& carpeta, const std::string& nombre, const std::string& clave);
+    enum class Puerta { noEsta, abierta, cerrada };
+    // Tries the password; with the right one the company is unlocked.
+    Puerta desbloquear(const std::string& carpeta, const std::string& nombre, const std::string& clave);
+    // The next form opens its company anew.
+    void soltar() { abierta_.clear(); }
     // The first box of the form under way, "" when there was none.
     std::string mostrado() const { return mundo_ ? mundo_->mostrado() : std::string(); }
     void olvidarMostrado() const {
@@ -72,6 +77,8 @@ class SesionEnlace {
     std::optional<std::string> claveConocida(const std::string& carpeta, const std::string& nombre) const;
 
   private:
+    void abrir(MundoEnlace& suyo, const std::string& ruta, const std::string& clave);
+
     platform::SistemaArchivos& archivos_;
     core::Registro& registro_;
     std::string raiz_;

@@ -26,7 +26,13 @@ namespace tarvoline::server {
 
 class OperacionesEnlace {
   public:
-    static constexpr std::size_t maximoSesiones = 256;  // the one longest unused goes first
+    // The one longest unused goes first: that of the user who has too many, or else of all.
+    static constexpr std::size_t maximoSesiones = 256;
+    static constexpr std::size_t maximoPorUsuario = 16;
+    // Forms of one session at a time, and wrong passwords of one address: what comes on top is refused at
+    // once, so that nobody holds all threads of the service.
+    static constexpr int maximoEsperando = 8;
+    static constexpr int maximoFrenados = 4;
     static constexpr std::chrono::hours vidaSesion{8};
 
     OperacionesEnlace(AlmacenUsuarios& usuarios, platform::SistemaArchivos& archivos, const std::string& raiz,
@@ -46,7 +52,13 @@ class OperacionesEnlace {
 
     std::string ID(const std::string& usuario, const std::string& clave, const std::string& direccion);
     std::string VXWebService(const std::string& xml, const std::string& direccion);
-    std::string atender(const FormaEnlace& forma);
+    std::string atender(const FormaEnlace& forma, const std::string& direccion);
+    void abrirSesion(const std::string& token, const UsuarioLeido& usuario);
+    void caducar();
+    // Lets whoever gave a wrong password wait.
+    void frenar(const std::string& direccion, const std::string& motivo);
+    bool demasiados(const std::string& direccion);
+    std::string sinRutas(std::string texto) const;
     std::shared_ptr<SesionEnlace> sesionDe(const std::string& token);
     std::string carpetaDe(const SesionEnlace& sesion, const std::string& pedida);
 
@@ -78,6 +90,7 @@ class OperacionesEnlace {
     FrenoFallos freno_;
     std::mutex cerrojo_;
     std::map<std::string, Abierta> sesiones_;  // by token
+    std::map<std::string, int> frenados_;      // by address, those that wait
 };
 
 // The operations ID and VXWebService.

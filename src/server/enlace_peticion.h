@@ -9,6 +9,7 @@ struct OperacionesEnlace::Peticion {
     const FormaEnlace& forma;
     SesionEnlace& sesion;
     const std::string carpeta;
+    const std::string& direccion;
 
     // The books of the company that the form names. Throws link::ErrorEnlace.
     link::Enlace& libros() { return sesion.empresa(carpeta, forma.empresa); }

@@ -8,6 +8,7 @@
 #include "link/campos_datos.h"
 #include "link/mostrador.h"
 #include "link/posiciones.h"
+#include "server/enlace_asiento.h"
 
 namespace tarvoline::server {
 
@@ -61,6 +62,12 @@ class Cambios {
     std::map<int, std::string> valores_;
 };
 
+// As the books keep it.
+std::string cuentaGuardada(std::string_view cuenta) {
+    constexpr std::size_t ancho = 10;
+    return core::Recortar(core::Mid(cuenta, 1, ancho));
+}
+
 std::string crearCuenta(Enlace& enlace, const std::string& tabla, const Cambios& cambios) {
     namespace campo = posicion::planc;
     std::string cuenta = cambios(campo::cuenta);
@@ -74,7 +81,7 @@ std::string crearCuenta(Enlace& enlace, const std::string& tabla, const Cambios&
     } else {
         hecha = enlace.CrearAlterna(cuenta, titulo, nivel);
     }
-    return hecha ? cuenta : "ERROR: no se ha podido crear la cuenta " + cuenta;
+    return hecha ? cuentaGuardada(cuenta) : "ERROR: no se ha podido crear la cuenta " + cuenta;
 }
 
 std::string crearDatos(Enlace& enlace, const Cambios& cambios) {
@@ -83,13 +90,16 @@ std::string crearDatos(Enlace& enlace, const Cambios& cambios) {
     for (const link::CampoDatos& uno : link::camposDeDatos())
         datos.*uno.valor = cambios(uno.posicion);
     enlace.CrearDatos(datos);
-    return datos.Cuenta;
+    return cuentaGuardada(datos.Cuenta);
 }
 
 std::string crearPresupuesto(Enlace& enlace, const Cambios& cambios) {
     namespace campo = posicion::presu;
     constexpr int meses = 12;
     std::string cuenta = cambios(campo::cuenta);
+    for (int mes = 1; mes <= meses; ++mes) {
+        if (cambios.tiene(campo::antesDeEnero + mes)) exigirImporte(cambios(campo::antesDeEnero + mes));
+    }
     if (cambios.tiene(campo::titulo) || cambios.tiene(campo::nivel)) {
         enlace.CrearPresupuesto(cuenta, cambios(campo::titulo), cambios(campo::nivel),
                                 cambios(campo::analitica) == "1");
@@ -98,11 +108,13 @@ std::string crearPresupuesto(Enlace& enlace, const Cambios& cambios) {
         const int lugar = campo::antesDeEnero + mes;
         if (cambios.tiene(lugar)) enlace.ModificarPresupuesto(cuenta, mes, core::Val(cambios(lugar)));
     }
-    return cuenta;
+    return cuentaGuardada(cuenta);
 }
 
+// A filter may be empty and then means all rows; one that is not there means nothing.
 void exigirCartera(const FormaEnlace& forma) {
     if (tablaDe(forma) != "EFECT") throw ErrorForma("ERROR: ese archivo no se cambia por un filtro");
+    if (!forma.campos.contains("FILTER")) throw ErrorForma("ERROR: falta el filtro");
 }
 
 }  // namespace

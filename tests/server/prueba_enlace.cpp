@@ -8,13 +8,16 @@
 
 #include "cliente_enlace.h"
 #include "data/utilidades.h"
+#include "server/enlace_operaciones.h"
 #include "server/opciones.h"
 #include "servicio_prueba.h"
 
 namespace tarvoline::pruebas {
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 struct EnlaceServicio : testing::Test, ServicioEnMarcha {
@@ -122,6 +125,13 @@ TEST_F(EnlaceServicio, FormasQueNoLoSon) {
         {"GRABARASIENTO", "<ASIENTOS/>"},
         {"GRABARASIENTO", "<ASIENTOS><ASIENTO NUMERO='1' FECHA='15/03/2031'/></ASIENTOS>"},
         {"ANULARASIENTO", "<REFERENCIA>FECHA=1</REFERENCIA>"},
+        {"ANULARASIENTO", "<REFERENCIA>REFERENCIA= </REFERENCIA>"},
+        {"FILTERBORRAR", "<ARCHIVO>EFECT</ARCHIVO>"},
+        {"FILTERUPDATE", "<ARCHIVO>EFECT</ARCHIVO><CAMPOS>7=x\t</CAMPOS>"},
+        {"FILTERBORRAR", "<ARCHIVO>EFECT</ARCHIVO><FILTER>ABS(IMPORTE)=5</FILTER>"},
+        {"FILTERBORRAR", "<ARCHIVO>EFECT</ARCHIVO><FILTER>CA=1</FILTER><FILTER></FILTER>"},
+        {"BUSCAR", "<ARCHIVO>EXTRA</ARCHIVO><FILTER>ABS(IMPORTE)&gt;5</FILTER>"},
+        {"UPDATE", "<ARCHIVO>PRESU</ARCHIVO><CAMPOS>1=57\t2=x\t12=abc\t</CAMPOS>"},
         {"BORRARCUENTA", ""},
         {"PUTTOTAL", "<VALOR>NIVEL</VALOR>"},
         {"ID", ""},
@@ -169,6 +179,62 @@ TEST_F(EnlaceServicio, UnaEmpresaConClave) {
         << "it stays unlocked in this session";
     EXPECT_THAT(ana.en("Cerrada", "GETTOTAL", "<VALOR>AÑO</VALOR>"), StartsWith("ERROR"))
         << "not in another one";
+
+    // No road around it: a company's number is not another one's to take, and a password makes no company.
+    const std::string numero = otra.en("Cerrada", "GETTOTAL", "<VALOR>COMUN</VALOR>");
+    const std::string empresas = ana.forma("LEEREMPRESAS");
+    EXPECT_THAT(ana.en("Libros", "PUTTOTAL", "<VALOR>comun=" + numero + "</VALOR>"), StartsWith("ERROR"));
+    EXPECT_NE(ana.en("Libros", "GETTOTAL", "<VALOR>COMUN</VALOR>"), numero);
+    EXPECT_THAT(ana.en("Cerrada", "EMPRESAEXISTS", "<VALOR>/c/A=26</VALOR>"), StartsWith("ERROR"));
+    EXPECT_EQ(ana.forma("LEEREMPRESAS"), empresas);
+    EXPECT_THAT(ana.en("Cerrada", "GETTOTAL", "<VALOR>AÑO</VALOR>"),
+                AllOf(StartsWith("ERROR"), Not(HasSubstr(carpeta.ruta()))));
+}
+
+// What nobody could take back by this road is not for it, and the session stays at its company.
+TEST_F(EnlaceServicio, LaEmpresaSigueAbriendose) {
+    for (const char* valor : {"VERSION=1E30", "COMUN=..", " comun =99", "AÑO=zz", "APERTURA=13",
+                              "NIVEL=1x345", "GLOBAL_DIR=/etc"}) {
+        EXPECT_THAT(ana.en("Libros", "PUTTOTAL", "<VALOR>" + std::string(valor) + "</VALOR>"),
+                    StartsWith("ERROR"))
+            << valor;
+    }
+    EXPECT_THAT(ana.en("Libros", "PUTTOTAL", "<VALOR>NOTA=" + std::string(900'000, 'x') + "</VALOR>"),
+                StartsWith("ERROR"));
+    EXPECT_EQ(ana.en("Libros", "PUTTOTAL", "<VALOR>APERTURA=07</VALOR>"), "OK");
+    EXPECT_EQ(ana.en("Libros", "GETTOTAL", "<VALOR>AÑO</VALOR>"), "26");
+    EXPECT_EQ(ana.en("Otra", "CREAREMPRESA", "<VALOR>/C/A=25/Z=1</VALOR>"), "OK");
+    EXPECT_EQ(ana.en("Libros", "GETTOTAL", "<VALOR>AÑO</VALOR>"), "26");
+    EXPECT_THAT(ana.en("Libros", "GETTOTAL", "<VALOR>GLOBAL_DIR</VALOR>"), Not(HasSubstr(carpeta.ruta())));
+    EXPECT_THAT(ana.en("Nadie", "BUSCAR", "<ARCHIVO>EXTRA</ARCHIVO>"),
+                AllOf(StartsWith("ERROR"), Not(HasSubstr(carpeta.ruta()))));
+}
+
+// The entry that a session stands at is one of its company.
+TEST_F(EnlaceServicio, ElAsientoNoPasaAOtraEmpresa) {
+    EXPECT_EQ(ana.en("Otra", "CREAREMPRESA", "<VALOR>/C/A=26/Z=1</VALOR>"), "OK");
+    ana.en("Libros", "LEERASIENTO", "<FECHA>20/05/2026</FECHA><ASIENTO>000777</ASIENTO>");
+    EXPECT_EQ(ana.en("Otra", "SETGUID", "<ASIENTO>000777</ASIENTO><VALOR>abc</VALOR>"), "OK");
+    EXPECT_EQ(ana.en("Otra", "GETFECHAS", "<ASIENTO>000777</ASIENTO>"), "");
+    ana.en("Otra", "LEERASIENTO", "<FECHA>20/05/2026</FECHA><ASIENTO>000778</ASIENTO>");
+    EXPECT_EQ(ana.en("Otra", "SETGUID", "<ASIENTO>000778</ASIENTO><VALOR>abd</VALOR>"), "OK");
+    EXPECT_EQ(ana.en("Otra", "GETFECHAS", "<ASIENTO>000778</ASIENTO>"), "20/05/26");
+}
+
+// One user's sessions do not push out another's; a new password ends his own.
+TEST_F(EnlaceServicio, LasSesionesDeCadaUno) {
+    ClienteEnlace bea(servicio->puerto());
+    std::string primera;
+    for (std::size_t i = 0; i < server::OperacionesEnlace::maximoSesiones + 4; ++i) {
+        bea.entrar("BEA", "secreta2");
+        if (i == 0) primera = bea.token;
+    }
+    EXPECT_EQ(ana.forma("LEEREMPRESAS"), "Libros\n");
+    EXPECT_EQ(bea.forma("LEEREMPRESAS"), "");
+    servicio->usuarios().modificar({.usuario = "BEA", .clave = "otra9"});
+    EXPECT_THAT(bea.forma("LEEREMPRESAS"), StartsWith("ERROR"));
+    bea.token = primera;
+    EXPECT_THAT(bea.forma("LEEREMPRESAS"), StartsWith("ERROR"));
 }
 
 // Sessions of several users at once, two of them on one company: nothing is lost, no number given twice.

@@ -143,13 +143,34 @@ TEST_F(EnlaceProceso, LoQueNoEsUnAsientoNoSeGraba) {
     const std::string dos = "<ASIENTOS><ASIENTO NUMERO='(Auto)' FECHA='15/03/2026'><APUNTES>" + bueno +
                             "</APUNTES></ASIENTO><ASIENTO NUMERO='(Auto)' FECHA='15/03/2031'><APUNTES>" +
                             bueno + "</APUNTES></ASIENTO></ASIENTOS>";
-    for (const std::string& mala :
-         {formaAsiento(bueno, ""), formaAsiento(bueno, "hoy"), formaAsiento(bueno, "15/13/2026"),
-          formaAsiento(bueno + apunte("5700000000", "cinco", "1")),
-          formaAsiento(bueno, "15/03/2026", "<IVAS><IVA CUENTA='4300000001' BASE='1,5x'/></IVAS>"), dos}) {
+    std::vector<std::string> malas = {
+        formaAsiento(bueno, ""),
+        formaAsiento(bueno, "hoy"),
+        formaAsiento(bueno, "15/13/2026"),
+        formaAsiento(bueno + apunte("5700000000", "cinco", "1")),
+        formaAsiento(bueno, "15/03/2026", "<IVAS><IVA CUENTA='4300000001' BASE='1,5x'/></IVAS>"),
+        dos};
+    for (const char* importe : {"", "1-2", "1.2.3", "--5", "E", ".", "1e999", "1E300", "nan", "1E", "5 5"})
+        malas.push_back(formaAsiento(bueno + apunte("5700000000", importe, "1")));
+    for (const char* tipo : {"", "0", "5", "x", "-2", "99999"})
+        malas.push_back(formaAsiento(bueno + apunte("5700000000", "5", tipo)));
+    malas.push_back(formaAsiento(bueno + apunte(" ", "5", "1")));
+    malas.push_back(formaAsiento(bueno + "<APUNTE/>"));
+    malas.push_back(formaAsiento(""));
+    malas.push_back(
+        formaAsiento("", "15/03/2026", "<ANALITICA><ANALI CUENTA='57' IMPORTE='5'/></ANALITICA>"));
+    malas.push_back(formaAsiento(
+        bueno, "15/03/2026", "<CARTERAS><CARTERA CUENTA='57' TOTAL='5' FECHA_VTO='99/99/99'/></CARTERAS>"));
+    for (const char* numero : {"1234567", "a/b", " 5"}) {
+        std::string forma = formaAsiento(bueno);
+        forma.replace(forma.find("(Auto)"), 6, numero);
+        malas.push_back(forma);
+    }
+    for (const std::string& mala : malas) {
         EXPECT_THAT(hacer("GRABARASIENTO", mala), StartsWith("ERROR")) << mala;
     }
     EXPECT_EQ(buscar("EXTRA"), "");
+    EXPECT_EQ(hacer("GRABARASIENTO", formaAsiento(bueno)), "000002") << "no number was spent";
     const std::string larga = hacer("LEERASIENTO", "<POSICION>" + std::string(5000, 'x') + "\n</POSICION>");
     EXPECT_THAT(larga, StartsWith("ERROR"));
     EXPECT_LE(larga.size(), 300U) << "what is not understood is not sent back whole";
