@@ -19,7 +19,8 @@ void Enlace::Login(std::string_view usuario, std::string_view password, std::str
     const std::string respuesta = interior_->remotas.cliente().entrar(usuario, password, ip);
     if (remoto::esError(respuesta)) throw ErrorEnlace(error_enlace::entradaRehusada, respuesta, "");
     if (!respuesta.empty()) return;
-    if (!sesion.ModoRemoto) sesion.CerrarArchivos(true);
+    // What was collected for one company is not another's.
+    sesion.CerrarArchivos(true);
     sesion.ModoRemoto = true;
     sesion.empresa = {};
     LoadEmpresas();

@@ -49,6 +49,12 @@ void comprobarValor(const std::string& nombre, const std::string& valor) {
     exigir("NIVEL", 5, 1, 99999);
 }
 
+// What is no failure must not begin like one; callers pass over what stands before it.
+std::string comoDato(const std::string& texto, const char* delante) {
+    constexpr std::string_view fallo = "ERROR";
+    return core::igualSinCaja(texto.substr(0, fallo.size()), fallo) ? delante + texto : texto;
+}
+
 std::string numero(double valor) {
     std::string texto;
     data::ponerTextoDeNumero(valor, texto);
@@ -94,7 +100,7 @@ std::string OperacionesEnlace::LEEREMPRESAS(Peticion& peticion) {
     std::string nombres;
     for (const auto& ruta : enlace.Empresas())
         nombres += core::SepararRuta(ruta).nombre + "\n";
-    return nombres;
+    return comoDato(nombres, "\n");
 }
 
 // VALOR is the password. A protected company is there for everybody; what is in it, for who knows that.
@@ -129,7 +135,7 @@ std::string OperacionesEnlace::GETTOTAL(Peticion& peticion) {
     const std::string& nombre = forma.campo("VALOR");
     if (core::igualSinCaja(nombre, "PASSWORD1"))
         return peticion.sesion.claveConocida(peticion.carpeta, forma.empresa).value_or("*****");
-    return peticion.libros().Config(nombre);
+    return comoDato(peticion.libros().Config(nombre), " ");
 }
 
 std::string OperacionesEnlace::PUTTOTAL(Peticion& peticion) {
@@ -232,7 +238,7 @@ std::string OperacionesEnlace::GETASIENTOS(Peticion& peticion) {
 }
 
 std::string OperacionesEnlace::GETGUID(Peticion& peticion) {
-    return peticion.libros().GUID(peticion.forma.campo("ASIENTO"));
+    return comoDato(peticion.libros().GUID(peticion.forma.campo("ASIENTO")), " ");
 }
 
 std::string OperacionesEnlace::SETGUID(Peticion& peticion) {

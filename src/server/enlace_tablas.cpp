@@ -100,7 +100,7 @@ std::string crearPresupuesto(Enlace& enlace, const Cambios& cambios) {
     for (int mes = 1; mes <= meses; ++mes) {
         if (cambios.tiene(campo::antesDeEnero + mes)) exigirImporte(cambios(campo::antesDeEnero + mes));
     }
-    if (cambios.tiene(campo::titulo) || cambios.tiene(campo::nivel)) {
+    if (cambios.tiene(campo::titulo) || cambios.tiene(campo::nivel) || cambios.tiene(campo::analitica)) {
         enlace.CrearPresupuesto(cuenta, cambios(campo::titulo), cambios(campo::nivel),
                                 cambios(campo::analitica) == "1");
     }

@@ -222,6 +222,8 @@ void anadirMuestra(Vista& vista, const link::Enlace& enlace, Muestra muestra) {
         case Muestra::nada:
             break;
         case Muestra::asiento:
+            vista.push_back({"asiento", 0, "Fecha", enlace.Fecha()});
+            vista.push_back({"asiento", 0, "Número", enlace.Número()});
             anadirItems(vista, "apunte", enlace, enlace.ContadorApuntes(), &Enlace::Apunte);
             anadirItems(vista, "iva", enlace, enlace.ContadorIva(), &Enlace::iva);
             anadirItems(vista, "cartera", enlace, enlace.ContadorCartera(), &Enlace::cartera);
@@ -266,8 +268,16 @@ std::vector<Diferencia> comparar(const Vista& una, const Vista& otra) {
         if (valor != dato.valor) diferencias.push_back({dato, valor});
     }
     for (const auto& [sitio, campos] : otras) {
-        if (!unas.contains(sitio))
+        const auto suyo = unas.find(sitio);
+        if (suyo == unas.end()) {
             diferencias.push_back({{sitio.first, sitio.second, "", "(falta)"}, "(está)", true});
+            continue;
+        }
+        // An error that only the other road has, for one.
+        for (const auto& [campo, valor] : campos) {
+            if (!suyo->second.contains(campo))
+                diferencias.push_back({{sitio.first, sitio.second, campo, "(falta)"}, valor});
+        }
     }
     return diferencias;
 }

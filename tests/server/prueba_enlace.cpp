@@ -64,6 +64,8 @@ TEST_F(EnlaceServicio, LasCarpetasDeCadaUno) {
     bea.entrar("BEA", "secreta2");
     carla.entrar("CARLA", "secreta3");
     EXPECT_EQ(bea.en("De Bea", "CREAREMPRESA", "<VALOR>/C/A=26/Z=1</VALOR>"), "OK");
+    EXPECT_EQ(carla.en("Errores SL", "CREAREMPRESA", "<VALOR>/C/A=26/Z=1</VALOR>"), "OK");
+    EXPECT_EQ(carla.forma("LEEREMPRESAS"), "\nErrores SL\n") << "a name is no failure";
     EXPECT_EQ(ana.forma("LEEREMPRESAS", "<CARPETA>u0000002</CARPETA>"), "De Bea\n");
     EXPECT_EQ(ana.forma("LEEREMPRESAS"), "Libros\n") << "and back in her own";
     for (const char* ajena : {"U0000001", "U0000003", "../U0000001", "U0000002/../U0000001", "/etc", "."}) {

@@ -116,7 +116,11 @@ tiposiva|77
 Config|NIVEL
 ConfigLet|TVCARPETA|Otra
 Config|TVCARPETA
+ConfigLet|TVCARPETA|Errores varios
+Config|TVCARPETA
 EmpresaAñoAnterior
+GUIDLet|000006|error-1
+GUID|000006
 GUIDLet|000005|abc
 GUID|000005
 LeerAsientosGuid|abc
@@ -140,6 +144,11 @@ Fecha|31/03/25
     const Salida salida = comparar("", {});
     EXPECT_EQ(salida.codigo, 1);
     EXPECT_NE(salida.texto.find("apunte 1"), std::string::npos) << salida.texto;
+    // Also that a call fails on one of them alone, whatever its result is excused from.
+    const Salida fallo =
+        comparar("Fecha\t01/02/26\nNúmero\tA-1\nAñadirApunte\t5720000001\tx\t1\t5\nGrabarAsiento\n", {});
+    EXPECT_EQ(fallo.codigo, 1);
+    EXPECT_NE(fallo.texto.find("error: (falta)"), std::string::npos) << fallo.texto;
 }
 
 // Sessions made up at random from a few accounts, dates and texts, so that entries meet.

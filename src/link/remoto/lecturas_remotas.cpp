@@ -40,6 +40,15 @@ class FiltroTexto {
     std::string texto_;
 };
 
+// Without folder, and without ".QZT": a point elsewhere is the name's own.
+std::string nombreDeEmpresa(std::string_view ruta) {
+    constexpr std::string_view extension = ".QZT";
+    std::string nombre(ruta.substr(ruta.find_last_of("/\\") + 1));
+    const std::size_t sin = nombre.size() - std::min(nombre.size(), extension.size());
+    if (core::igualSinCaja(nombre.substr(sin), extension)) nombre.erase(sin);
+    return nombre;
+}
+
 std::string numero(double valor) {
     std::string texto;
     data::ponerTextoDeNumero(valor, texto);
@@ -263,8 +272,9 @@ double OperacionesRemotas::TotalPendiente(std::string_view cliente, std::string_
         "CLIENTE/PROVEEDOR = " + std::string(cliente) + " and factura No. = " + std::string(factura);
     if (!fecha.empty()) filtro += " and FECHA FACTURA  =" + fecha;
     SumaFactura suma = sumarFactura(filtro, {});
-    const std::string anterior = core::SepararRuta(EmpresaAñoAnterior()).nombre;
-    if (!anterior.empty() && existe(anterior, {})) {
+    const std::string anterior = nombreDeEmpresa(EmpresaAñoAnterior());
+    // A failure here is none of "there was no such year": the sum would be half of it.
+    if (!anterior.empty() && cliente_.simple("EMPRESAEXISTS", anterior, "") != "NO") {
         const SumaFactura antes = sumarFactura(filtro, anterior);
         suma = {suma.hay || antes.hay, suma.pendiente + antes.pendiente};
     }
