@@ -38,7 +38,6 @@ Enlace::~Enlace() {
 }
 
 // --- The session
-// ------------------------------------------------------------------------------------------------
 
 std::string Enlace::Version() {
     using namespace core::despliegue;
@@ -156,7 +155,6 @@ void Enlace::CambioMoneda(double cambio) {
 }
 
 // --- The entry
-// --------------------------------------------------------------------------------------------------
 
 std::string Enlace::Fecha() const {
     return fechaSinSiglo(interior_->sesion.Fecha);
@@ -196,7 +194,6 @@ Enlace::ValoresMoneda Enlace::CalcularMoneda(double importeEntrada) {
 }
 
 // --- Reading
-// ----------------------------------------------------------------------------------------------------
 
 void Enlace::LeerAsiento(std::string_view fecha, std::string_view asiento) {
     Sesion& sesion = interior_->sesion;
@@ -272,7 +269,6 @@ std::string Enlace::LeerExtractoEx(std::string_view cuenta, std::string_view des
 }
 
 // --- Annulling
-// --------------------------------------------------------------------------------------------------
 
 std::int32_t Enlace::AnularAsiento(std::string_view fecha, std::string_view numeroAsiento) {
     Operaciones& operaciones = interior_->conEmpresa();
@@ -292,7 +288,6 @@ void Enlace::AnularCuenta(std::string_view cuenta) {
 }
 
 // --- Accounts and VAT
-// -------------------------------------------------------------------------------------------
 
 bool Enlace::CrearCuenta(std::string& cuenta, std::string_view titulo, std::string_view nivel,
                          bool isAnalitica, std::string_view nif) {

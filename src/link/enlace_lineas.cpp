@@ -115,7 +115,6 @@ std::shared_ptr<IVAClass> Enlace::AñadirIVA(
 }
 
 // --- Results
-// ----------------------------------------------------------------------------------------------------
 
 std::int32_t Enlace::ContadorApuntes() const {
     return interior_->sesion.pendientes.apuntes.contar();

@@ -171,7 +171,6 @@ std::string OperacionesRemotas::LeerExtractoEx(std::string_view cuenta, std::str
 }
 
 // --- Charts and master data
-// ---------------------------------------------------------------------------------------
 
 void OperacionesRemotas::leerPlan(const char* archivo, const std::string& filtro, bool porTitulo) {
     const TablaRespuesta tabla(cliente_.buscar(archivo, filtro));
