@@ -229,9 +229,38 @@ const Pagina& ArchivoClaves::pagina(const Hijo& hijo, unsigned clave, unsigned n
     return cargarPagina(hijo, clave, nivel);
 }
 
+bool ArchivoClaves::paginaSana(const Octeto* datos, std::uint32_t numero) const {
+    const VistaPagina vista(datos, ancho());
+    return vista.usados() >= bytesEncabezado && vista.usados() <= bytesPagina &&
+           leerEntero<std::uint32_t>(datos) == sumaDePagina(datos, numero, cabecera_.archivo) &&
+           (vista.nivel() == nivelLibres || (vista.encabezadoSano() && vista.entradas() > 0));
+}
+
+// What the last commit wrote of the inner pages stands together, and who needs one mostly needs those of the
+// other keys next: they come with it in one reading.
+void ArchivoClaves::cargarVecinas(const Hijo& hijo) {
+    const std::uint32_t lado = cabecera_.claves - 1U;
+    const std::uint32_t primera = hijo.pagina > primeraPagina + lado ? hijo.pagina - lado : primeraPagina;
+    const std::uint32_t ultima = std::min(hijo.pagina + lado, cabecera_.marca - 1);
+    vecinas_.resize((ultima - primera + 1) * bytesPagina + mayorEntrada);
+    leerExacto(posicionDePagina(primera), vecinas_.data(), (ultima - primera + 1) * bytesPagina);
+    for (std::uint32_t numero = primera; numero <= ultima; ++numero) {
+        const Octeto* const datos = vecinas_.data() + (numero - primera) * bytesPagina;
+        const VistaPagina v(datos, ancho());
+        if (v.sello() != hijo.sello || cache_.selloDe(numero) >= hijo.sello) continue;
+        if (!paginaSana(datos, numero)) continue;
+        std::memcpy(cache_.preparar(numero, hijo.sello).datos.data(), datos, v.usados());
+    }
+}
+
 const Pagina& ArchivoClaves::cargarPagina(const Hijo& hijo, unsigned clave, unsigned nivel) {
     if (hijo.pagina < primeraPagina || hijo.pagina >= cabecera_.marca) {
         throw Danno("a page lies outside the key file");
+    }
+    if (nivel > 0 && nivel != nivelLibres && hijo.sello == cabecera_.sello) {
+        cargarVecinas(hijo);
+        const Pagina* copia = cache_.buscar(hijo.pagina, hijo.sello);
+        if (copia != nullptr && copia->datos[6] == nivel && copia->datos[7] == clave) return *copia;
     }
     Pagina& copia = cache_.preparar(hijo.pagina, hijo.sello);
     try {
@@ -242,12 +271,8 @@ const Pagina& ArchivoClaves::cargarPagina(const Hijo& hijo, unsigned clave, unsi
     }
     const Octeto* const datos = copia.datos.data();
     const VistaPagina vista(datos, ancho());
-    const bool sana =
-        vista.sello() == hijo.sello && vista.nivel() == nivel && vista.clave() == clave &&
-        vista.usados() >= bytesEncabezado && vista.usados() <= bytesPagina &&
-        leerEntero<std::uint32_t>(datos) == sumaDePagina(datos, hijo.pagina, cabecera_.archivo) &&
-        (nivel == nivelLibres || (vista.encabezadoSano() && vista.entradas() > 0));
-    if (!sana) {
+    const bool buscada = vista.sello() == hijo.sello && vista.nivel() == nivel && vista.clave() == clave;
+    if (!buscada || !paginaSana(datos, hijo.pagina)) {
         cache_.olvidar(hijo.pagina);
         throw Danno("page " + std::to_string(hijo.pagina) + " of the key file is damaged");
     }

@@ -84,6 +84,10 @@ class ArchivoClaves {
     // The same, holding the turn from the start: once, and nothing changes meanwhile.
     template <typename Orden>
     void leerConTurno(Orden&& orden);
+    // Runs `orden`, which reads, for the pages that it brings into memory alone: what it finds counts for
+    // nothing. Does nothing where reading needs the turn.
+    template <typename Orden>
+    void adelantar(Orden&& orden);
     // The free pages that the head lists. Within leerConTurno().
     std::vector<Tramo> libres() {
         cargarLibres();
@@ -111,12 +115,15 @@ class ArchivoClaves {
     // Under the turn.
     void refrescar();
     void cargarLibres();
+    bool paginaSana(const Octeto* datos, std::uint32_t numero) const;
+    void cargarVecinas(const Hijo& hijo);
     const Pagina& cargarPagina(const Hijo& hijo, unsigned clave, unsigned nivel);
     void leerExacto(std::uint64_t posicion, Octeto* destino, std::size_t bytes);
 
     std::unique_ptr<platform::Archivo> archivo_;
     Cabecera cabecera_;
     CachePaginas cache_;
+    std::vector<Octeto> vecinas_;  // pages read together
     bool sinTurno_;
     // The other head's seal, known to belong to no sound head.
     Sello selloRoto_ = 0;
@@ -156,6 +163,16 @@ void ArchivoClaves::leerConTurno(Orden&& orden) {
     } catch (const Danno&) {
         darPorDannado();
         throw;
+    }
+}
+
+template <typename Orden>
+void ArchivoClaves::adelantar(Orden&& orden) {
+    if (!sinTurno_) return;
+    try {
+        if (sigueIgual() || adoptarLaOtra()) orden();
+    } catch (const Danno&) {
+        return;  // chance or damage: under the turn it will show
     }
 }
 

@@ -212,9 +212,12 @@ void BorradorPagina::partir(BorradorPagina& derecha, bool alFinal, Clave& separa
     const VistaPagina v = vista();
     izquierda.vaciar(v.nivel(), v.clave());
     derecha.vaciar(v.nivel(), v.clave());
-    const bool ultimoBloque = alFinal && v.bloques() > 1;
-    const unsigned corte = ultimoBloque ? v.inicioDe(v.bloques() - 1)
-                                        : (static_cast<unsigned>(bytesEncabezado) + v.finEntradas()) / 2;
+    const auto encabezado = static_cast<unsigned>(bytesEncabezado);
+    // A block of the longest texts may be more than a page.
+    const unsigned ultimo = v.bloques() == 0 ? 0 : v.inicioDe(v.bloques() - 1);
+    const bool cabeUltimo = encabezado + v.finEntradas() - ultimo + bytesBloque <= bytesPagina;
+    const bool ultimoBloque = alFinal && v.bloques() > 1 && cabeUltimo;
+    const unsigned corte = ultimoBloque ? ultimo : (encabezado + v.finEntradas()) / 2;
     Clave clave;
     Clave ultimaIzquierda;
     unsigned vistas = 0;

@@ -146,13 +146,14 @@ Origen origenDe(const Octeto* comienzo) {
     constexpr std::size_t bytesComienzo = 12;
     std::array<Octeto, bytesComienzo> nuestro{};
     ponerComienzo(nuestro.data());
+    if (std::memcmp(nuestro.data(), comienzo, bytesComienzo) == 0) return Origen::propio;
     const auto iguales = std::mismatch(nuestro.begin(), nuestro.end(), comienzo).second;
     const bool antes =
         iguales == comienzo + marcaDeFormato.size() && comienzo[8] < version && comienzo[9] == 0;
     if (antes && comienzo[8] > 0) return Origen::antiguo;
     const bool nadaDetras = std::all_of(iguales, comienzo + bytesNucleo, [](Octeto uno) { return uno == 0; });
     if (iguales == comienzo) return nadaDetras ? Origen::en_cero : Origen::ajeno;
-    return nadaDetras || iguales == comienzo + bytesComienzo ? Origen::propio : Origen::ajeno;
+    return nadaDetras ? Origen::propio : Origen::ajeno;
 }
 
 }  // namespace tarvoline::motor

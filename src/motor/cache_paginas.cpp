@@ -29,6 +29,10 @@ Pagina* CachePaginas::buscar(std::uint32_t numero, Sello sello) {
     return ranura.copia.get();
 }
 
+Sello CachePaginas::selloDe(std::uint32_t numero) const {
+    return cuantas_ == 0 ? 0 : ranuras_[casillaDe(numero)].sello;
+}
+
 Pagina& CachePaginas::preparar(std::uint32_t numero, Sello sello) {
     if (2 * (cuantas_ + 1) > ranuras_.size()) crecer();
     Ranura& ranura = ranuras_[casillaDe(numero)];

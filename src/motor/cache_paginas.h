@@ -18,6 +18,8 @@ class CachePaginas {
     // The copy of that page as that commit wrote it; null when there is none. Valid until recortar() or
     // vaciar(), or until the page's number is prepared anew.
     Pagina* buscar(std::uint32_t numero, Sello sello);
+    // The seal of the copy of that page; 0 when there is none.
+    Sello selloDe(std::uint32_t numero) const;
     // Room for that page's bytes, in place of any older copy; the caller fills it. It is found under `sello`.
     Pagina& preparar(std::uint32_t numero, Sello sello);
     void olvidar(std::uint32_t numero);

@@ -15,8 +15,13 @@ using platform::TipoBloqueo;
 constexpr int intentosSeguidos = 40;
 constexpr std::chrono::milliseconds esperaDormida{1000};
 
-void esperarByte(Archivo& archivo, std::uint64_t byte, TipoBloqueo tipo) {
+void esperarByte(Archivo& archivo, std::uint64_t byte, TipoBloqueo tipo,
+                 const std::function<void()>& mientras = {}) {
     const Rango rango{byte, 1};
+    if (mientras) {
+        if (archivo.bloquear(rango, tipo)) return;
+        mientras();
+    }
     for (int intento = 0; intento < intentosSeguidos; ++intento) {
         if (archivo.bloquear(rango, tipo)) return;
         std::this_thread::yield();
@@ -37,9 +42,10 @@ bool soltar(Archivo& archivo, std::uint64_t byte) {
 
 }  // namespace
 
-Turno::Turno(Archivo& archivo, TipoBloqueo tipo, bool conPuerta) : archivo_(archivo) {
+Turno::Turno(Archivo& archivo, TipoBloqueo tipo, bool conPuerta, const std::function<void()>& mientras)
+    : archivo_(archivo) {
     if (!conPuerta) {
-        esperarByte(archivo, byteTurno, tipo);
+        esperarByte(archivo, byteTurno, tipo, mientras);
         return;
     }
     esperarByte(archivo, bytePuerta, tipo);

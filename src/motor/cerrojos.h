@@ -12,6 +12,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 
 #include "platform/archivos.h"
 
@@ -24,8 +25,10 @@ inline constexpr std::uint64_t bytePuerta = platform::byteCentinela + 3;
 // The turn of one command. Waits as long as it takes: sections are short, and end with their process.
 class Turno {
   public:
-    // `archivo` is borrowed. `conPuerta`: on a network share.
-    Turno(platform::Archivo& archivo, platform::TipoBloqueo tipo, bool conPuerta);
+    // `archivo` is borrowed. `conPuerta`: on a network share. `mientras`, if any, runs once when somebody
+    // else has the turn.
+    Turno(platform::Archivo& archivo, platform::TipoBloqueo tipo, bool conPuerta,
+          const std::function<void()>& mientras = {});
     ~Turno();
     Turno(const Turno&) = delete;
     Turno& operator=(const Turno&) = delete;

@@ -25,9 +25,9 @@ std::span<const std::byte> bytesDe(const Octeto* datos, std::size_t cuantos) {
 
 }  // namespace
 
-Escritura::Escritura(ArchivoClaves& archivo)
+Escritura::Escritura(ArchivoClaves& archivo, const std::function<void()>& mientras)
     : archivo_(archivo),
-      turno_(*archivo.archivo_, platform::TipoBloqueo::exclusivo, !archivo.sinTurno_),
+      turno_(*archivo.archivo_, platform::TipoBloqueo::exclusivo, !archivo.sinTurno_, mientras),
       libres_(archivo.libres_),
       reservas_(archivo.taller_.reservas),
       sucias_(archivo.taller_.sucias),

@@ -2,6 +2,8 @@
 // Invariants 1, 2 and 9 of archivo_claves.h are kept here.
 #pragma once
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 #include "motor/archivo_claves.h"
@@ -10,8 +12,9 @@ namespace tarvoline::motor {
 
 class Escritura {
   public:
-    // Holds the turn until it is destroyed. Throws ErrorMotor when the file refuses to be written.
-    explicit Escritura(ArchivoClaves& archivo);
+    // Holds the turn until it is destroyed; `mientras`: see Turno. Throws ErrorMotor when the file refuses to
+    // be written.
+    explicit Escritura(ArchivoClaves& archivo, const std::function<void()>& mientras = {});
     // What was not committed never happened.
     ~Escritura();
     Escritura(const Escritura&) = delete;
@@ -62,16 +65,22 @@ class Escritura {
     bool confirmada_ = false;
 };
 
-// Runs `orden(Escritura&)` as one command. What it has done counts only if it commits it.
+// Runs `orden(Escritura&)` as one command. What it has done counts only if it commits it. While somebody else
+// has the turn, `mientras` may read ahead (ArchivoClaves::adelantar).
 template <typename Orden>
-auto escribir(ArchivoClaves& archivo, Orden&& orden) {
+auto escribir(ArchivoClaves& archivo, const std::function<void()>& mientras, Orden&& orden) {
     try {
-        Escritura escritura(archivo);
+        Escritura escritura(archivo, mientras);
         return orden(escritura);
     } catch (const Danno&) {
         archivo.darPorDannado();
         throw;
     }
+}
+
+template <typename Orden>
+auto escribir(ArchivoClaves& archivo, Orden&& orden) {
+    return escribir(archivo, {}, std::forward<Orden>(orden));
 }
 
 }  // namespace tarvoline::motor

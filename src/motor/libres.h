@@ -3,9 +3,9 @@
 // head any more go to a list of pages (Escritura does that).
 //
 // Pages that follow each other make one write. Inner pages are few and rewritten by nearly every commit,
-// leaves are many and live long: kept apart, both find runs. The inner ones have the first eighth of the file,
-// which is nearly empty so; leaves are taken from what lies behind, in turn around the file, so that a place
-// has had its time to grow free.
+// leaves are many and live long: kept apart, both find runs. The inner ones have the first eighth of the
+// file, which is nearly empty so; leaves are taken from what lies behind, in turn around the file, so that a
+// place has had its time to grow free.
 #pragma once
 
 #include <cstdint>

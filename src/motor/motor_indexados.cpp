@@ -90,7 +90,7 @@ std::int16_t MotorIndexados::cumplir(std::int32_t& registro) {
 
 std::int16_t MotorIndexados::abrir() {
     Mesa& mesa = mesas_[orden_.tabla];
-    mesa = {};
+    mesa.levantar();
     auto abierto = ArchivoClaves::abrir(archivos_, orden_.ruta);
     if (abierto.archivo) acoger(mesa, std::move(abierto.archivo));
     return static_cast<std::int16_t>(abierto.estado);
@@ -101,7 +101,7 @@ std::int16_t MotorIndexados::crear() {
                          orden_.clave <= maxClaves;
     if (!medidas) return estado::malo;
     Mesa& mesa = mesas_[orden_.tabla];
-    mesa = {};
+    mesa.levantar();
     auto creado = ArchivoClaves::crear(archivos_, orden_.ruta, orden_.longitud, orden_.clave);
     if (creado.archivo) acoger(mesa, std::move(creado.archivo));
     return static_cast<std::int16_t>(creado.estado);
@@ -136,8 +136,8 @@ void MotorIndexados::cerrar() {
 }
 
 void MotorIndexados::soltar(unsigned tabla) {
-    const Mesa mesa = std::exchange(mesas_.at(tabla), {});
-    if (sincronizarAlCerrar_ && mesa.archivo) mesa.archivo->archivo().sincronizar();
+    const auto archivo = mesas_.at(tabla).levantar();
+    if (sincronizarAlCerrar_ && archivo) archivo->archivo().sincronizar();
 }
 
 std::int16_t MotorIndexados::situar(std::int32_t& registro) {
@@ -264,6 +264,18 @@ std::size_t MotorIndexados::siguientes(unsigned tabla, std::span<std::int32_t> r
     return hay;
 }
 
+// Reads the pages that a command with a text for every key will change.
+void MotorIndexados::adelantarClaves(ArchivoClaves& archivo) {
+    archivo.adelantar([&] {
+        Clave clave;
+        Sitio sitio;
+        for (unsigned i = 0; i < orden_.textos.size(); ++i) {
+            clave.poner(orden_.textos[i], archivo.ancho(), orden_.registro);
+            Arbol(archivo, i + 1).desde(clave, Cota::inferior, sitio);
+        }
+    });
+}
+
 std::int16_t MotorIndexados::insertar(std::int32_t& registro) {
     ArchivoClaves& archivo = archivoDeOrden();
     const auto& textos = orden_.textos;
@@ -272,19 +284,22 @@ std::int16_t MotorIndexados::insertar(std::int32_t& registro) {
     if (!std::all_of(textos.begin(), textos.end(), [&](auto texto) { return cabe(texto, ancho); })) {
         return estado::malo;
     }
-    escribir(archivo, [&](Escritura& escritura) {
-        Cabecera& cabecera = escritura.cabecera();
-        if (cabecera.contador >= mayorRegistro) throw ErrorMotor("the table has given all record numbers");
-        const std::uint32_t numero = ++cabecera.contador;
-        preverUnaDeCada(escritura);
-        Clave clave;
-        for (unsigned i = 0; i < textos.size(); ++i) {
-            clave.poner(textos[i], ancho, numero);
-            EdicionArbol(escritura, i + 1).insertar(clave);
-        }
-        escritura.confirmar();
-        registro = static_cast<std::int32_t>(numero);
-    });
+    escribir(
+        archivo, [&] { adelantarClaves(archivo); },
+        [&](Escritura& escritura) {
+            Cabecera& cabecera = escritura.cabecera();
+            if (cabecera.contador >= mayorRegistro)
+                throw ErrorMotor("the table has given all record numbers");
+            const std::uint32_t numero = ++cabecera.contador;
+            preverUnaDeCada(escritura);
+            Clave clave;
+            for (unsigned i = 0; i < textos.size(); ++i) {
+                clave.poner(textos[i], ancho, numero);
+                EdicionArbol(escritura, i + 1).insertar(clave);
+            }
+            escritura.confirmar();
+            registro = static_cast<std::int32_t>(numero);
+        });
     return estado::bien;
 }
 
@@ -293,18 +308,20 @@ std::int16_t MotorIndexados::borrar() {
     const auto& textos = orden_.textos;
     const unsigned ancho = archivo.ancho();
     if (textos.size() != archivo.cabecera().claves) return estado::malo;
-    return escribir(archivo, [&](Escritura& escritura) {
-        preverUnaDeCada(escritura);
-        unsigned quitadas = 0;
-        Clave clave;
-        for (unsigned i = 0; i < textos.size(); ++i) {
-            if (!cabe(textos[i], ancho)) continue;
-            clave.poner(textos[i], ancho, orden_.registro);
-            if (EdicionArbol(escritura, i + 1).quitar(clave)) ++quitadas;
-        }
-        if (quitadas > 0) escritura.confirmar();
-        return quitadas == textos.size() ? estado::bien : estado::noHay;
-    });
+    return escribir(
+        archivo, [&] { adelantarClaves(archivo); },
+        [&](Escritura& escritura) {
+            preverUnaDeCada(escritura);
+            unsigned quitadas = 0;
+            Clave clave;
+            for (unsigned i = 0; i < textos.size(); ++i) {
+                if (!cabe(textos[i], ancho)) continue;
+                clave.poner(textos[i], ancho, orden_.registro);
+                if (EdicionArbol(escritura, i + 1).quitar(clave)) ++quitadas;
+            }
+            if (quitadas > 0) escritura.confirmar();
+            return quitadas == textos.size() ? estado::bien : estado::noHay;
+        });
 }
 
 // All of it or nothing: one old entry that is not there leaves every key as it was.

@@ -85,6 +85,12 @@ class MotorIndexados {
         // Where it stands, and where the command under way would have it stand.
         std::array<Sitio, 2> sitios;
         unsigned cual = 0;
+        // Leaves the table closed.
+        std::shared_ptr<ArchivoClaves> levantar() {
+            clave = 0;
+            situada = false;
+            return std::move(archivo);
+        }
         Sitio& sitio() { return sitios[cual]; }
         Sitio& siguiente() { return sitios[1 - cual]; }
     };
@@ -100,6 +106,7 @@ class MotorIndexados {
     std::int16_t buscar(Arbol& arbol, Mesa& mesa) const;
     std::int16_t vecina(Arbol& arbol, Mesa& mesa) const;
     std::int16_t mover(Arbol& arbol, Mesa& mesa) const;
+    void adelantarClaves(ArchivoClaves& archivo);
     std::int16_t insertar(std::int32_t& registro);
     std::int16_t borrar();
     std::int16_t cambiar();

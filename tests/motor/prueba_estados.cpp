@@ -222,6 +222,56 @@ TEST_F(Estados, danno) {
     EXPECT_EQ(estado(abrir("A.QZC")), 1);
 }
 
+// A page's last block, texts of the greatest length, is more than a page holds.
+TEST_F(Estados, bloqueMayorQueUnaPagina) {
+    ASSERT_EQ(estado("/C/" + carpeta_.ruta("A.QZC") + "/ 255/ 1/A/ 2"), 0);
+    const auto larga = [](int i) { return "b" + std::to_string(i) + std::string(250, 'x'); };
+    const auto corta = [](int i) { return "a" + std::to_string(100 + i); };
+    // The short ones make two blocks; of the first one entry stays, of the second none.
+    constexpr int cortas = 21;
+    for (int i = 1; i <= cortas; ++i)
+        ASSERT_EQ(estado("I\\2\\" + corta(i)), 0);
+    ASSERT_EQ(estado("I\\2\\" + larga(10)), 0);
+    for (int i = 2; i <= cortas; ++i)
+        ASSERT_EQ(estado("D\\" + std::to_string(i) + "\\Y\\2\\" + corta(i)), 0);
+    for (int i = 11; i < 40; ++i)
+        ASSERT_EQ(mandar(motor_, "I\\2\\" + larga(i)), (Contestado{0, cortas - 9 + i})) << i;
+    EXPECT_EQ(motor::revisar(motor_.archivo(2)).fallo, "");
+    EXPECT_EQ(mandar(motor_, "S\\1\\2\\" + larga(39)), (Contestado{0, cortas + 30}));
+}
+
+// Pages that one command wrote are read together by the next who needs one of them: each counts only if it is
+// sound itself.
+TEST_F(Estados, paginasLeidasJuntas) {
+    MotorIndexados otro(*archivos_);
+    ASSERT_EQ(estado("/C/" + carpeta_.ruta("A.QZC") + "/ 12/ 3/A/ 2"), 0);
+    const auto insertar = [](MotorIndexados& motor, int i) {
+        const std::string n = std::to_string(i * 7919 % 2000);
+        return mandar(motor, "I\\2\\" + n + "\\b" + n + "\\c" + n).estado;
+    };
+    for (int i = 0; i < 1000; ++i)
+        ASSERT_EQ(insertar(motor_, i), 0);
+    ASSERT_EQ(mandar(otro, abrir("A.QZC")).estado, 0);
+    for (int i = 1000; i < 1200; ++i) {
+        ASSERT_EQ(insertar(i % 3 == 0 ? otro : motor_, i), 0);
+        const std::string n = std::to_string(i * 7919 % 2000);
+        for (MotorIndexados* motor : {&motor_, &otro}) {
+            for (const std::string& busqueda : {"S\\3\\2\\c" + n, "S\\1\\2\\" + n, "S\\2\\2\\b" + n})
+                ASSERT_EQ(mandar(*motor, busqueda), (Contestado{0, i + 1})) << busqueda;
+        }
+    }
+    ASSERT_EQ(insertar(motor_, 1200), 0);
+    const auto& raices = motor_.archivo(2).cabecera().raices;
+    ASSERT_GT(raices[1].altura, 1);
+    std::string bytes = carpeta_.leer("A.QZC");
+    const std::size_t sitio = motor::posicionDePagina(raices[1].hijo.pagina) + 40;
+    bytes[sitio] = static_cast<char>(bytes[sitio] ^ 4);
+    carpeta_.escribir("A.QZC", bytes);
+    EXPECT_EQ(mandar(otro, "S\\1\\2\\0").estado, 0);
+    EXPECT_EQ(mandar(otro, "S\\3\\2\\c0").estado, 0);
+    EXPECT_THROW(mandar(otro, "S\\2\\2\\b0"), motor::ErrorMotor);
+}
+
 // Who has a file open keeps it: making it anew waits for nobody and takes nothing away.
 TEST_F(Estados, crearLoQueOtrosTienen) {
     MotorIndexados otro(*archivos_);
