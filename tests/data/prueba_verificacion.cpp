@@ -47,7 +47,7 @@ TEST(Verificacion, CuentaLoQueHay) {
 
 // Any byte of the pages in use.
 TEST(Verificacion, UnOctetoVolteadoEnLasClaves) {
-    for (const std::uint64_t desdeElFinal : {2048 - 3, 2048 - 40, 3 * 2048 - 100}) {
+    for (const std::uint64_t desdeElFinal : {2048U - 3, 2048U - 40, 3U * 2048 - 100}) {
         SCOPED_TRACE(desdeElFinal);
         TablaEntera m;
         // All pages anew, so that none is free.

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <random>
-#include <ranges>
 
 #include "apoyo_libros.h"
 
@@ -225,8 +224,8 @@ TEST_F(LecturaAsientos, RecorridosAlAzar) {
     EXPECT_EQ(pendientes(), 0);
     EXPECT_EQ("C" + aqui().substr(1, 5) + enlace.Número(), *asientos.rbegin());
     enlace.LeerUltimoAsiento();
-    for (const std::string& asiento : asientos | std::views::reverse) {
-        ASSERT_EQ("C" + aqui().substr(1, 5) + enlace.Número(), asiento);
+    for (auto asiento = asientos.rbegin(); asiento != asientos.rend(); ++asiento) {
+        ASSERT_EQ("C" + aqui().substr(1, 5) + enlace.Número(), *asiento);
         enlace.LeerAnteriorAsiento();
     }
     EXPECT_EQ(pendientes(), 0);
