@@ -12,7 +12,6 @@ namespace py = pybind11;
 namespace {
 
 using link::CobroFactura;
-using link::DatosNuevos;
 using link::Enlace;
 using py::arg;
 

@@ -46,8 +46,9 @@ CLI::App* declarar(CLI::App& programa, server::MandatoUsuario& mandato) {
     usuario->add_option("--cuenta", mandato.cuenta, "código de cuenta");
     usuario->add_option("--gb", mandato.gb, "GB contratados por la cuenta; 0 = no se sabe");
     usuario->add_option("--etiqueta", mandato.etiqueta, "nombre que muestran los informes");
-    usuario->add_option("--tipo", mandato.tipo,
-                        "contabilidad: 00 administra la de su cuenta, 01 solo la suya [si es nuevo], 02 ninguna");
+    usuario->add_option(
+        "--tipo", mandato.tipo,
+        "contabilidad: 00 administra la de su cuenta, 01 solo la suya [si es nuevo], 02 ninguna");
     return usuario;
 }
 

@@ -6,9 +6,9 @@
 
 #include "core/credencial.h"
 #include "core/entorno.h"
-#include "tarvoline/contexto.h"
 #include "service/operaciones.h"
 #include "soap/cliente.h"
+#include "tarvoline/contexto.h"
 
 namespace tarvoline::workflows {
 

@@ -6,9 +6,9 @@
 
 #include "core/entorno.h"
 #include "core/inicio.h"
-#include "tarvoline/contexto.h"
 #include "platform/procesos.h"
 #include "soap/cliente.h"
+#include "tarvoline/contexto.h"
 #include "workflows/flujos.h"
 
 namespace tarvoline::workflows {

@@ -7,8 +7,8 @@
 #include "apoyo/servicio_guion.h"
 #include "data/cabecera_empresa.h"
 #include "data/crear_empresa.h"
-#include "tarvoline/contexto.h"
 #include "platform/acceso_inicio.h"
+#include "tarvoline/contexto.h"
 #include "ui/mundo_ventana.h"
 
 namespace tarvoline::ui {

@@ -9,9 +9,9 @@
 #include "apoyo/nucleo_prueba.h"
 #include "data/cabecera_empresa.h"
 #include "data/crear_empresa.h"
+#include "soap/cliente.h"
 #include "tarvoline/contexto.h"
 #include "tarvoline/enlace.h"
-#include "soap/cliente.h"
 #include "workflows/flujos.h"
 
 namespace tarvoline::pruebas {

@@ -17,8 +17,8 @@
 
 #include "core/entorno.h"
 #include "core/escritorio_desatendido.h"
-#include "tarvoline/contexto.h"
 #include "soap/cliente.h"
+#include "tarvoline/contexto.h"
 #include "workflows/flujos.h"
 #include "workflows/lista.h"
 #include "workflows/transferencia.h"
