@@ -223,9 +223,14 @@ void ArchivoClaves::darPorDannado() {
     }
 }
 
-const Pagina& ArchivoClaves::pagina(const Hijo& hijo, unsigned clave, unsigned nivel) {
+const Pagina* ArchivoClaves::enCache(const Hijo& hijo, unsigned clave, unsigned nivel) {
     const Pagina* copia = cache_.buscar(hijo.pagina, hijo.sello);
-    if (copia != nullptr && copia->datos[6] == nivel && copia->datos[7] == clave) return *copia;
+    const bool buscada = copia != nullptr && copia->datos[6] == nivel && copia->datos[7] == clave;
+    return buscada ? copia : nullptr;
+}
+
+const Pagina& ArchivoClaves::pagina(const Hijo& hijo, unsigned clave, unsigned nivel) {
+    if (const Pagina* copia = enCache(hijo, clave, nivel)) return *copia;
     return cargarPagina(hijo, clave, nivel);
 }
 
@@ -259,8 +264,7 @@ const Pagina& ArchivoClaves::cargarPagina(const Hijo& hijo, unsigned clave, unsi
     }
     if (nivel > 0 && nivel != nivelLibres && hijo.sello == cabecera_.sello) {
         cargarVecinas(hijo);
-        const Pagina* copia = cache_.buscar(hijo.pagina, hijo.sello);
-        if (copia != nullptr && copia->datos[6] == nivel && copia->datos[7] == clave) return *copia;
+        if (const Pagina* copia = enCache(hijo, clave, nivel)) return *copia;
     }
     Pagina& copia = cache_.preparar(hijo.pagina, hijo.sello);
     try {

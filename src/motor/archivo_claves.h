@@ -117,6 +117,7 @@ class ArchivoClaves {
     void cargarLibres();
     bool paginaSana(const Octeto* datos, std::uint32_t numero) const;
     void cargarVecinas(const Hijo& hijo);
+    const Pagina* enCache(const Hijo& hijo, unsigned clave, unsigned nivel);
     const Pagina& cargarPagina(const Hijo& hijo, unsigned clave, unsigned nivel);
     void leerExacto(std::uint64_t posicion, Octeto* destino, std::size_t bytes);
 

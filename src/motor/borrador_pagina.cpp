@@ -207,17 +207,24 @@ void BorradorPagina::partirBloque(unsigned bloque) {
     insertarBloque(bloque + 1, medio);
 }
 
+// Where the right half of a page begins: with its last block when it grows at its end, unless that is of the
+// longest texts and would itself be more than a page.
+unsigned BorradorPagina::corteDe(bool alFinal) const {
+    const VistaPagina v = vista();
+    const auto encabezado = static_cast<unsigned>(bytesEncabezado);
+    if (alFinal && v.bloques() > 1) {
+        const unsigned ultimo = v.inicioDe(v.bloques() - 1);
+        if (encabezado + v.finEntradas() - ultimo + bytesBloque <= bytesPagina) return ultimo;
+    }
+    return (encabezado + v.finEntradas()) / 2;
+}
+
 void BorradorPagina::partir(BorradorPagina& derecha, bool alFinal, Clave& separador) {
     BorradorPagina izquierda(ancho_);
     const VistaPagina v = vista();
     izquierda.vaciar(v.nivel(), v.clave());
     derecha.vaciar(v.nivel(), v.clave());
-    const auto encabezado = static_cast<unsigned>(bytesEncabezado);
-    // A block of the longest texts may be more than a page.
-    const unsigned ultimo = v.bloques() == 0 ? 0 : v.inicioDe(v.bloques() - 1);
-    const bool cabeUltimo = encabezado + v.finEntradas() - ultimo + bytesBloque <= bytesPagina;
-    const bool ultimoBloque = alFinal && v.bloques() > 1 && cabeUltimo;
-    const unsigned corte = ultimoBloque ? ultimo : (encabezado + v.finEntradas()) / 2;
+    const unsigned corte = corteDe(alFinal);
     Clave clave;
     Clave ultimaIzquierda;
     unsigned vistas = 0;

@@ -44,6 +44,7 @@ class BorradorPagina {
     void quitarBloque(unsigned bloque);
     void partirBloque(unsigned bloque);
     Octeto* codificar(Octeto* sitio, unsigned comun, const Clave& clave, const Hijo& hijo) const;
+    unsigned corteDe(bool alFinal) const;
     void acortarSeparador(const Clave& izquierda, Clave& separador) const;
 
     static constexpr std::size_t margen = 3 * mayorEntrada;
