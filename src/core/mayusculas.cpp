@@ -44,6 +44,12 @@ std::string cambiarCaja(std::string_view utf8, Cambio cambio) {
     std::string resultado;
     resultado.reserve(utf8.size());
     for (std::size_t i = 0; i < utf8.size();) {
+        const auto byte = static_cast<unsigned char>(utf8[i]);
+        if (byte < 0x80) {
+            resultado += static_cast<char>(cambio(byte));
+            ++i;
+            continue;
+        }
         const LetraUtf8 letra = leerLetra(utf8, i);
         if (letra.valida) {
             anadirLetra(resultado, cambio(letra.codigo));

@@ -15,6 +15,7 @@
 #include "core/estado.h"
 #include "data/cabecera_empresa.h"
 #include "platform/archivos.h"
+#include "platform/marca_archivo.h"
 #include "platform/reloj.h"
 
 namespace tarvoline::data {
@@ -47,11 +48,10 @@ struct MonedasEnVigor {
 
     // The file that it was taken from, so that one that has not changed is not read again.
     struct Origen {
-        std::string_view archivo;  // "": read it again
-        std::string ajuste;        // the folder's setting, as it was then
+        std::string_view archivo;
+        std::string ajuste;  // the folder's setting, as it was then
         std::string ruta;
-        std::uint64_t longitud = 0;
-        std::int64_t modificado = 0;
+        platform::MarcaArchivo marca;
     };
     Origen origen{};
 };

@@ -238,18 +238,10 @@ std::string componerDefinicion(const DefinicionTabla& definicion) {
 
 std::shared_ptr<const DefinicionTabla> CacheDefiniciones::leer(const std::string& ruta) {
     auto& entrada = entradas_[ruta];
-    const auto estado = archivos_.estado(ruta);
-    const bool misma = entrada.definicion && estado && estado->longitud == entrada.longitud &&
-                       estado->modificado == entrada.modificado;
-    if (!misma) {
-        entrada = {};
-        const auto bytes = platform::leerTodo(archivos_, ruta);
-        entrada.definicion = std::make_shared<const DefinicionTabla>(interpretarDefinicion(bytes));
-        if (estado) {
-            entrada.longitud = estado->longitud;
-            entrada.modificado = estado->modificado;
-        }
-    }
+    if (entrada.definicion && entrada.marca.vale(archivos_, ruta)) return entrada.definicion;
+    entrada = {platform::MarcaArchivo(archivos_, ruta), nullptr};
+    const auto bytes = platform::leerTodo(archivos_, ruta);
+    entrada.definicion = std::make_shared<const DefinicionTabla>(interpretarDefinicion(bytes));
     return entrada.definicion;
 }
 

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "platform/archivos.h"
+#include "platform/marca_archivo.h"
 
 namespace tarvoline::data {
 
@@ -85,7 +86,8 @@ DefinicionTabla conClavesDe(const DefinicionTabla& definicion, std::string_view 
 // The file of a definition. `interpretarDefinicion` gives the same back.
 std::string componerDefinicion(const DefinicionTabla& definicion);
 
-// Parsed definitions by path. One that was read before is used again while the file keeps its size and time.
+// Parsed definitions by path. One that was read before is used again while its file is the same (its
+// identity, size and time).
 class CacheDefiniciones {
   public:
     explicit CacheDefiniciones(platform::SistemaArchivos& archivos) : archivos_(archivos) {}
@@ -94,8 +96,7 @@ class CacheDefiniciones {
 
   private:
     struct Entrada {
-        std::uint64_t longitud = 0;
-        std::int64_t modificado = 0;
+        platform::MarcaArchivo marca;
         std::shared_ptr<const DefinicionTabla> definicion;
     };
     platform::SistemaArchivos& archivos_;

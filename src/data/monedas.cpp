@@ -1,7 +1,6 @@
 #include "data/monedas.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <span>
 
@@ -45,25 +44,14 @@ bool sigueIgual(CapaDatos& capa, std::string_view archivo) {
     const auto& origen = capa.monedas.origen;
     if (!capa.monedas.cargadas || origen.archivo != archivo) return false;
     if (capa.ajustes.leer(clave_comun::monedas) != origen.ajuste) return false;
-    const auto estado = capa.archivos.estado(origen.ruta);
-    return estado && estado->longitud == origen.longitud && estado->modificado == origen.modificado;
-}
-
-// Of a file that has lain still for a while: one just written may be written again within the grain of its
-// time, which would not show.
-MonedasEnVigor::Origen origenDe(CapaDatos& capa, std::string_view archivo, const std::string& ruta) {
-    using namespace std::chrono;
-    const auto ahora = system_clock::now().time_since_epoch();
-    const auto estado = capa.archivos.estado(ruta);
-    if (!estado || nanoseconds(estado->modificado) + seconds(2) > ahora) return {};
-    return {archivo, capa.ajustes.leer(clave_comun::monedas), ruta, estado->longitud, estado->modificado};
+    return origen.marca.vale(capa.archivos, origen.ruta);
 }
 
 void cargarDe(CapaDatos& capa, std::string_view archivo, const std::function<std::string()>& rutaDe) {
     MonedasEnVigor monedas;
     try {
         const auto ruta = rutaDe();
-        monedas.origen = origenDe(capa, archivo, ruta);
+        monedas.origen = {archivo, capa.ajustes.leer(clave_comun::monedas), ruta, {capa.archivos, ruta}};
         const auto tabla = leerMonedas(capa, ruta);
         monedas.CambioMonedaBase = cambioSegunda(tabla[segundaMoneda].cambio);
         for (std::size_t i = 0; i < tabla.size(); ++i) {

@@ -83,13 +83,13 @@ bool Tablas::AbrirTablasEmpresa(std::string_view directorio, std::string_view su
 
 bool Tablas::abrirRanura(int tabla) {
     Ranura& ranura = ranuraDe(tabla);
+    // In capitals as they are made, so that an existing file bears this very name and need not be looked for.
+    const std::string nombre = core::Mayusculas(ranura.nombre);
     if (!cargarDefinicion(tabla, ranura.nombre)) return false;
     blanquear(tabla);
-    // In capitals as they are made, so that an existing file bears this very name and need not be looked for.
-    ranura.rutaDatos = ranura.directorio;
-    ranura.rutaDatos.append(core::Mayusculas(ranura.nombre)).append(ranura.sufijo);
-    ranura.rutaClaves = NombreCorto(ranura.rutaDatos + ".QZC");
-    ranura.rutaDatos += ".QZD";
+    const std::string ruta = ranura.directorio + nombre + ranura.sufijo;
+    ranura.rutaDatos = ruta + ".QZD";
+    ranura.rutaClaves = NombreCorto(ruta + ".QZC");
     abrirDatos(ranura);
     if (ranura.modo == 1 && definicion(tabla).numeroClaves > 0) {
         if (!abrirClaves(tabla)) return false;
@@ -175,7 +175,8 @@ std::int16_t Tablas::ordenAbrir(int tabla) {
 
 bool Tablas::abrirClaves(int tabla) {
     // Counted before the keys are looked at: who inserts raises the counter first and writes then.
-    const std::int64_t registros = lugares(ranura(tabla));
+    const Ranura& suya = ranura(tabla);
+    const std::int64_t registros = lugaresDe(*suya.definicion, suya.archivo->longitudAlAbrir());
     const std::int16_t abierto = ordenAbrir(tabla);
     if (abierto == estado::ajeno) {
         caja(capa_.gErrores(180), core::Icono::parada);

@@ -45,6 +45,14 @@ bool sensata(const Cabecera& c) {
            c.marca >= primeraPagina && c.tramos <= maxTramos;
 }
 
+constexpr std::size_t bytesComienzo = 12;
+
+std::array<Octeto, bytesComienzo> comienzoNuestro() {
+    std::array<Octeto, bytesComienzo> nuestro{};
+    ponerComienzo(nuestro.data());
+    return nuestro;
+}
+
 }  // namespace
 
 std::size_t bytesDeHuecos(const Cabecera& cabecera) {
@@ -95,7 +103,7 @@ void ponerComienzo(Octeto* destino) {
 }
 
 std::optional<Cabecera> descifrarCabecera(const Octeto* nucleo, unsigned lugar) {
-    if (origenDe(nucleo) != Origen::propio) return std::nullopt;
+    if (std::memcmp(nucleo, comienzoNuestro().data(), bytesComienzo) != 0) return std::nullopt;
     if (leerEntero<std::uint32_t>(nucleo + lugarSuma) != sumaNucleo(nucleo)) return std::nullopt;
     Cabecera c;
     c.longitud = leerEntero<std::uint16_t>(nucleo + 12);
@@ -143,9 +151,7 @@ std::optional<Huecos> descifrarHuecos(const Cabecera& cabecera, const Octeto* by
 
 // A file cut short within its beginning is one of ours, too.
 Origen origenDe(const Octeto* comienzo) {
-    constexpr std::size_t bytesComienzo = 12;
-    std::array<Octeto, bytesComienzo> nuestro{};
-    ponerComienzo(nuestro.data());
+    const auto nuestro = comienzoNuestro();
     if (std::memcmp(nuestro.data(), comienzo, bytesComienzo) == 0) return Origen::propio;
     const auto iguales = std::mismatch(nuestro.begin(), nuestro.end(), comienzo).second;
     const bool antes =

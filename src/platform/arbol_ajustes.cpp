@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/ajustes_texto.h"
+#include "platform/marca_archivo.h"
 #include "platform/rutas.h"
 
 namespace tarvoline::platform {
@@ -38,7 +39,7 @@ class ArbolArchivo final : public ArbolAjustes {
 
     std::optional<std::string> leer(const ClaveAjuste& donde) override {
         const std::lock_guard turno(mutex_);
-        return comoAjustes([&] { return cargar().leer(donde); });
+        return comoAjustes([&] { return mirar().leer(donde); });
     }
 
     void grabar(const ClaveAjuste& donde, std::string_view valor) override {
@@ -83,8 +84,13 @@ class ArbolArchivo final : public ArbolAjustes {
     }
 
   private:
-    // Every access reads the file again; only the work of understanding the same text twice is saved.
+    // For who only reads: a file that has lain still since it was read holds what it held.
+    AjustesTexto& mirar() { return marca_.vale(archivos_, ruta_) ? ajustes_ : cargar(); }
+
+    // Reads the file again; only the work of understanding the same text twice is saved.
     AjustesTexto& cargar() {
+        marca_ = {};
+        const MarcaArchivo marca(archivos_, ruta_);
         std::string texto;
         try {
             texto = leerTodo(archivos_, ruta_);
@@ -98,6 +104,7 @@ class ArbolArchivo final : public ArbolAjustes {
             leido_ = true;
             omitidas_ = ajustes_.omitidas();
         }
+        marca_ = marca;
         return ajustes_;
     }
 
@@ -126,6 +133,7 @@ class ArbolArchivo final : public ArbolAjustes {
     const bool soloLectura_;
     std::mutex mutex_;
     bool leido_ = false;
+    MarcaArchivo marca_;  // of the file as `texto_` was read from it
     std::string texto_;
     AjustesTexto ajustes_;
     std::vector<std::string> omitidas_;

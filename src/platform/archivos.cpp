@@ -94,7 +94,7 @@ std::string leerTodo(SistemaArchivos& archivos, std::string_view ruta) {
     const auto archivo = archivos.abrir(ruta, Apertura::lectura);
     std::string contenido;
     // One byte more than the length shows the end without a second read; a file that grows is read on.
-    std::size_t porcion = static_cast<std::size_t>(archivo->longitud()) + 1;
+    std::size_t porcion = static_cast<std::size_t>(archivo->longitudAlAbrir()) + 1;
     for (;;) {
         const std::size_t antes = contenido.size();
         contenido.resize(antes + porcion);

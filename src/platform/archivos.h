@@ -85,6 +85,7 @@ struct EstadoArchivo {
     std::int64_t modificado = 0;  // nanoseconds since 1970-01-01 UTC
     std::uint64_t dispositivo = 0;
     std::uint64_t identidad = 0;  // with `dispositivo`, the same for the same file only
+    bool operator==(const EstadoArchivo&) const = default;
 };
 
 // An open file. Locks belong to the handle, never to the process, and end with it. All members throw
@@ -101,6 +102,9 @@ class Archivo {
     // Writes all of `origen` at `posicion`; a gap behind the end reads as zero bytes.
     virtual void escribir(std::uint64_t posicion, std::span<const std::byte> origen) = 0;
     virtual std::uint64_t longitud() = 0;
+    // The length that the opening met, once it held its share (before Apertura::vaciar cut it): what anybody
+    // has done since does not show.
+    virtual std::uint64_t longitudAlAbrir() = 0;
     // Of the open file, whatever its name has become since.
     virtual EstadoArchivo estado() = 0;
     virtual void truncar(std::uint64_t longitud) = 0;

@@ -15,10 +15,6 @@ std::string_view sinFinal(std::string_view ruta) {
 
 }  // namespace
 
-bool esSeparador(char c) {
-    return c == '/' || c == '\\';
-}
-
 std::string carpetaDe(std::string_view ruta) {
     ruta = sinFinal(ruta);
     const std::size_t corte = ruta.find_last_of("/\\");

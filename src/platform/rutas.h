@@ -7,7 +7,9 @@
 namespace tarvoline::platform {
 
 // "\" or "/".
-bool esSeparador(char c);
+inline bool esSeparador(char c) {
+    return c == '/' || c == '\\';
+}
 // Of "a/b/c" the folder "a/b" and the name "c"; separators at the end do not count. The folder of a bare name
 // is ".", that of the root the root.
 std::string carpetaDe(std::string_view ruta);

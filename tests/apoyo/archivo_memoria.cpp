@@ -28,6 +28,7 @@ class ArchivoMemoria final : public Archivo {
 
     // The system's mutex is held.
     void tomarCentinela() {
+        longitudAlAbrir_ = nodo_->datos.size();
         if (comparticion_ == Comparticion::libre) return;
         const auto tipo =
             comparticion_ == Comparticion::exclusiva ? TipoBloqueo::exclusivo : TipoBloqueo::compartido;
@@ -56,6 +57,8 @@ class ArchivoMemoria final : public Archivo {
         const auto turno = entrar();
         return nodo_->datos.size();
     }
+
+    std::uint64_t longitudAlAbrir() override { return longitudAlAbrir_; }
 
     EstadoArchivo estado() override {
         const auto turno = entrar();
@@ -137,6 +140,7 @@ class ArchivoMemoria final : public Archivo {
     std::string ruta_;
     bool escribible_;
     Comparticion comparticion_;
+    std::uint64_t longitudAlAbrir_ = 0;
     int arranque_;
 };
 

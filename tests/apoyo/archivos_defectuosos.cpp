@@ -41,6 +41,8 @@ class ArchivosDefectuosos::Abierto final : public Archivo {
         return base_->longitud();
     }
 
+    std::uint64_t longitudAlAbrir() override { return base_->longitudAlAbrir(); }
+
     EstadoArchivo estado() override {
         exigirVivo();
         return base_->estado();

@@ -1,6 +1,7 @@
 // Definition files: numbers of two characters, fields, keys, files that are damaged, and the cache.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <random>
 
 #include "apoyo/mundo_datos.h"
@@ -247,12 +248,17 @@ TEST(CacheDefiniciones, LeeDeNuevoLoQueCambia) {
     const auto archivos = platform::crearSistemaArchivos();
     CacheDefiniciones cache(*archivos);
     const auto ruta = carpeta.escribir("EXTRA.QZA", cabecera("03") + tresCampos);
+    std::filesystem::last_write_time(ruta,
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
     const auto primera = cache.leer(ruta);
     EXPECT_EQ(cache.leer(ruta), primera);  // the same object: not parsed again
     carpeta.escribir("EXTRA.QZA", cabecera("03") + tresCampos + entrada("I1030106"));
     const auto segunda = cache.leer(ruta);
     EXPECT_EQ(segunda->numeroClaves, 1);
     EXPECT_EQ(primera->numeroClaves, 0);  // who holds the old one keeps it
+    // Written twice within the grain of its date.
+    carpeta.escribir("EXTRA.QZA", cabecera("03") + tresCampos + entrada("I1030105"));
+    EXPECT_EQ(cache.leer(ruta)->longitudClave(1), segunda->longitudClave(1) - 1);
     carpeta.escribir("EXTRA.QZA", cabecera("  "));
     EXPECT_THROW(cache.leer(ruta), ErrorDefinicion);
     EXPECT_THROW(cache.leer(ruta), ErrorDefinicion);  // a failure is not kept as an answer

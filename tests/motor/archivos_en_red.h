@@ -36,6 +36,7 @@ class ArchivosEnRed final : public platform::SistemaArchivos {
         std::size_t leer(std::uint64_t p, std::span<std::byte> d) override { return base_->leer(p, d); }
         void escribir(std::uint64_t p, std::span<const std::byte> o) override { base_->escribir(p, o); }
         std::uint64_t longitud() override { return base_->longitud(); }
+        std::uint64_t longitudAlAbrir() override { return base_->longitudAlAbrir(); }
         platform::EstadoArchivo estado() override { return base_->estado(); }
         void truncar(std::uint64_t l) override { base_->truncar(l); }
         void sincronizar() override { base_->sincronizar(); }

@@ -50,6 +50,14 @@ TEST_P(ConformidadArchivos, LeeYEscribeEnCualquierPosicion) {
     archivo->escribir(1, {});
     EXPECT_EQ(archivo->longitud(), 3U);
     archivo->sincronizar();
+    for (const auto comparticion : {Comparticion::libre, Comparticion::compartida}) {
+        const auto otro = fs().abrir(ruta("a"), Apertura::escritura, comparticion);
+        const std::uint64_t antes = archivo->longitud();
+        otro->escribir(antes, comoBytes("mas"));
+        EXPECT_EQ(otro->longitud(), antes + 3);
+        EXPECT_EQ(otro->longitudAlAbrir(), antes);
+    }
+    EXPECT_EQ(fs().abrir(ruta("a"), Apertura::vaciar)->longitudAlAbrir(), 9U);
     std::string grande(300'001, '\0');
     for (std::size_t i = 0; i < grande.size(); ++i)
         grande[i] = static_cast<char>(i * 7 % 251);

@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <filesystem>
+
 #include "platform/arbol_ajustes.h"
 #include "sistemas.h"
 
@@ -66,6 +68,33 @@ TEST_F(AjustesArchivo, VeLoQueEscribeOtro) {
     }
     carpeta_.escribir("QZ/ajustes.ini", "[p\\s]\nk=a mano\n");
     EXPECT_EQ(arbol_->leer({"P", "S", "k"}), "a mano");
+}
+
+TEST_F(AjustesArchivo, UnoQuietoNoSeLeeDosVeces) {
+    namespace fs = std::filesystem;
+    carpeta_.escribir("QZ/ajustes.ini", "[p\\s]\nk=1\n");
+    const auto hace = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    fs::last_write_time(ruta(), hace);
+    ArchivosDefectuosos defectuosos(*archivos_);
+    const auto arbol = crearArbolAjustes(defectuosos, ruta());
+    EXPECT_EQ(arbol->leer({"p", "s", "k"}), "1");
+    defectuosos.fallar(
+        {.operacion = Operacion::abrir, .mascara = "ajustes.ini", .numero = 70, .siempre = true});
+    EXPECT_EQ(arbol->leer({"p", "s", "k"}), "1");
+    defectuosos.sanar();
+    // Each of these shows, whatever date it bears.
+    carpeta_.escribir("QZ/ajustes.ini", "[p\\s]\nk=2\n");
+    EXPECT_EQ(arbol->leer({"p", "s", "k"}), "2");
+    arbol_->grabar({"p", "s", "k"}, "3");
+    fs::last_write_time(ruta(), hace);
+    EXPECT_EQ(arbol->leer({"p", "s", "k"}), "3");
+    arbol_->grabarLigero({"p", "s", "k"}, "4");
+    EXPECT_EQ(arbol->leer({"p", "s", "k"}), "4");
+    archivos_->borrar(ruta());
+    EXPECT_FALSE(arbol->leer({"p", "s", "k"}));
+    EXPECT_FALSE(arbol->leer({"p", "s", "k"}));
+    arbol_->grabar({"p", "s", "k"}, "5");
+    EXPECT_EQ(arbol->leer({"p", "s", "k"}), "5");
 }
 
 TEST_F(AjustesArchivo, UnoIlegibleNoSeSobrescribe) {

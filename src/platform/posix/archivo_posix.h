@@ -26,13 +26,16 @@ class ArchivoPosix final : public Archivo {
 
     // Takes the sentinel byte as the share mode wants it; false when another handle bars it.
     bool tomarCentinela();
-    // What the opener knows of the file system already.
+    // What the opener has found out already.
+    void tomarLongitud(std::uint64_t longitud) { longitudAlAbrir_ = longitud; }
     void tomarVolumen(const Volumen& volumen) { volumen_ = volumen; }
+    const std::string& ruta() const { return ruta_; }
     int descriptor() const { return descriptor_.numero(); }
 
     std::size_t leer(std::uint64_t posicion, std::span<std::byte> destino) override;
     void escribir(std::uint64_t posicion, std::span<const std::byte> origen) override;
     std::uint64_t longitud() override;
+    std::uint64_t longitudAlAbrir() override { return longitudAlAbrir_; }
     EstadoArchivo estado() override;
     void truncar(std::uint64_t longitud) override;
     void sincronizar() override;
@@ -50,6 +53,7 @@ class ArchivoPosix final : public Archivo {
     std::string ruta_;
     Comparticion comparticion_;
     Derechos derechos_;
+    std::uint64_t longitudAlAbrir_ = 0;
     std::optional<Volumen> volumen_;  // asked for when it is first needed
 };
 

@@ -46,10 +46,17 @@ std::string resolverNormal(const std::string& ruta) {
     return otro.empty() ? tal : unirRuta(prefijo, otro);
 }
 
+// As most paths come.
+bool esNormal(std::string_view ruta) {
+    const bool alFinal = ruta.size() > 1 && ruta.back() == '/';
+    return !alFinal && ruta.find('\\') == std::string_view::npos && ruta.find("//") == std::string_view::npos;
+}
+
 }  // namespace
 
 std::string normalizar(std::string_view ruta) {
     if (ruta.find('\0') != std::string_view::npos) lanzar(EINVAL, ruta.substr(0, ruta.find('\0')));
+    if (esNormal(ruta)) return std::string(ruta);
     std::string limpia;
     limpia.reserve(ruta.size());
     for (const char c : ruta) {

@@ -88,14 +88,13 @@ class SistemaPosix final : public SistemaArchivos {
   public:
     std::unique_ptr<Archivo> abrir(std::string_view ruta, Apertura apertura, Comparticion comparticion,
                                    unsigned permisos) override {
-        std::string nativa = posix::normalizar(ruta);
         for (int intento = 1; intento <= intentosDeApertura; ++intento) {
-            auto archivo = abrirUnaVez(nativa, apertura, comparticion, permisos);
+            auto archivo = abrirUnaVez(posix::normalizar(ruta), apertura, comparticion, permisos);
             if (!archivo) continue;
             if (apertura == Apertura::vaciar) archivo->truncar(0);
             return archivo;
         }
-        lanzar(EAGAIN, nativa);
+        lanzar(EAGAIN, ruta);
     }
 
     std::optional<EstadoArchivo> estado(std::string_view ruta) override {
@@ -191,32 +190,34 @@ class SistemaPosix final : public SistemaArchivos {
 
   private:
     // Nothing when the file that was opened has meanwhile lost its name.
-    std::unique_ptr<ArchivoPosix> abrirUnaVez(std::string& nativa, Apertura apertura,
-                                              Comparticion comparticion, unsigned permisos) {
+    std::unique_ptr<ArchivoPosix> abrirUnaVez(std::string ruta, Apertura apertura, Comparticion comparticion,
+                                              unsigned permisos) {
         const int modo = banderas(apertura, comparticion);
         const bool escribible = (modo & O_ACCMODE) == O_RDWR;
         const auto antes = posix::Momento::ahora();
-        Descriptor descriptor = abrirPorNombre(nativa, modo, permisos);
+        Descriptor descriptor = abrirPorNombre(ruta, modo, permisos);
         if (!descriptor.abierto()) {
             // A device without a driver behind it: no regular file either.
-            if (errno == ENXIO) lanzar(EINVAL, nativa);
-            lanzarDeRuta(errno, nativa);
+            if (errno == ENXIO) lanzar(EINVAL, ruta);
+            lanzarDeRuta(errno, ruta);
         }
         auto archivo =
-            std::make_unique<ArchivoPosix>(std::move(descriptor), nativa, comparticion,
+            std::make_unique<ArchivoPosix>(std::move(descriptor), std::move(ruta), comparticion,
                                            ArchivoPosix::Derechos{apertura != Apertura::lectura, escribible});
+        const std::string& nombre = archivo->ruta();
         const bool tomada = archivo->tomarCentinela();
         struct stat datos {};
-        if (::fstat(archivo->descriptor(), &datos) != 0) lanzar(errno, nativa);
-        exigirRegular(datos, nativa);
-        if (!tomada) lanzar(EAGAIN, nativa);
+        if (::fstat(archivo->descriptor(), &datos) != 0) lanzar(errno, nombre);
+        exigirRegular(datos, nombre);
+        if (!tomada) lanzar(EAGAIN, nombre);
+        archivo->tomarLongitud(posix::estadoDe(datos).longitud);
         if (comparticion == Comparticion::libre) return archivo;
         const auto volumen = volumenes_.de(archivo->descriptor(), datos.st_dev);
         archivo->tomarVolumen(volumen);
         // An overlay dates the names of what it has copied to its own layer, as it does for who may write.
         const bool quieto = volumen.fechaNombres && escribible &&
                             posix::quietoEntre(antes, posix::Momento::ahora(), datos.st_ctim);
-        if (!quieto && !sigueConSuNombre(datos, nativa)) return nullptr;
+        if (!quieto && !sigueConSuNombre(datos, nombre)) return nullptr;
         return archivo;
     }
 
