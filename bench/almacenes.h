@@ -47,10 +47,11 @@ Rival rivalMotor();
 Rival rivalSqliteDiario();
 Rival rivalSqliteWal();
 Rival rivalLmdb();
+Rival rivalBerkeley();
 
 // This project's own first.
 inline std::vector<Rival> todosLosRivales() {
-    return {rivalMotor(), rivalSqliteDiario(), rivalSqliteWal(), rivalLmdb()};
+    return {rivalMotor(), rivalSqliteDiario(), rivalSqliteWal(), rivalLmdb(), rivalBerkeley()};
 }
 
 }  // namespace tarvoline::bench

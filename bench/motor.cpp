@@ -1,6 +1,6 @@
-// The index engine beside SQLite (rollback journal, truncated; WAL; both without waiting for the disk) and
-// LMDB (without waiting for the disk), on the same work in one run: a journal-like table of four keys (12,
-// 16, 30 and 12 characters), one atomic command at a time. Prints microseconds a command, the ratios, and the
+// The index engine beside SQLite (rollback journal, truncated; WAL), LMDB and Berkeley DB (transactions), all
+// without waiting for the disk, on the same work in one run: a journal-like table of four keys (12, 16, 30
+// and 12 characters), one atomic command at a time. Prints microseconds a command, the ratios, and the
 // sizes. Nothing here waits for the disk, so what one process does is told in processor time, which other
 // work on the machine disturbs least; two processes, in elapsed time. Usage: bench_motor [RECORDS [FOLDER]]
 // (200000, the temporary folder); every figure is the best of three rounds.

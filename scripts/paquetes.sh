@@ -8,7 +8,7 @@ paquetes_construir=(g++ cmake ninja-build pkg-config
 paquetes_pantalla=(xvfb xauth xdotool openbox imagemagick)  # the window where there is no display
 paquetes_probar=(googletest libgtest-dev libgmock-dev python3 unzip zip openssl procps
   desktop-file-utils appstream dbus at-spi2-core gir1.2-atspi-2.0 python3-gi "${paquetes_pantalla[@]}")
-paquetes_todo=(clang-14 clang-tidy-14 clang-format-14 libclang-rt-14-dev libbenchmark-dev liblmdb-dev pigz p7zip-full)
+paquetes_todo=(clang-14 clang-tidy-14 clang-format-14 libclang-rt-14-dev libbenchmark-dev liblmdb-dev libdb5.3-dev pigz p7zip-full)
 
 # instalar_paquetes NAME...: installs those that are not there, as root or through sudo.
 instalar_paquetes() {
