@@ -8,6 +8,7 @@
 #include "consola/ordenes.h"
 #include "consola/progreso.h"
 #include "core/carpetas.h"
+#include "core/linea_ordenes.h"
 #include "core/registro_spdlog.h"
 #include "platform/senales.h"
 
@@ -29,10 +30,10 @@ void declararComunes(CLI::App& app, Opciones& opciones) {
     app.add_option("-u,--usuario", opciones.usuario, "Usuario del servicio (si no, el de la empresa activa)");
     app.add_option("--archivo-clave", opciones.archivoClave,
                    "Archivo cuya primera línea es la clave del usuario")
-        ->check(CLI::ExistingFile);
+        ->check(CLI::Validator(CLI::ExistingFile).description(""));
     app.add_option("-e,--empresa", opciones.empresa, "Archivo de la empresa cuyo usuario se toma");
     app.add_option("-c,--carpeta", opciones.carpeta, "Carpeta del servicio");
-    app.add_flag("--crm", opciones.crm, "VXCRM in place of VELDORIX");
+    app.add_flag("--crm", opciones.crm, "VXCRM en lugar de VELDORIX");
     app.add_flag("--json", opciones.json, "Un objeto JSON en la salida estándar");
     app.add_flag("-q,--silencio", opciones.silencio, "Sin línea de progreso");
 }
@@ -46,8 +47,8 @@ CLI::App* declarar(CLI::App& app, Opciones& opciones, const char* orden, const c
 
 void declararOrdenes(CLI::App& app, Opciones& opciones) {
     const auto conTipo = [&](CLI::App* sub) {
-        sub->add_option("-t,--tipo", opciones.tipo, "Clase de contenido")
-            ->check(CLI::IsMember({"empresas", "personales"}))
+        sub->add_option("-t,--tipo", opciones.tipo, "Clase de contenido: empresas o personales")
+            ->check(CLI::IsMember({"empresas", "personales"}).description(""))
             ->capture_default_str();
         return sub;
     };
@@ -123,6 +124,7 @@ int ejecutar(const Opciones& opciones) {
 int correr(int argc, char** argv) {
     Opciones opciones;
     CLI::App app("El gestor de copias en la línea de órdenes.", "tarvoline-copias");
+    core::hablarEspanol(app);
     app.footer(codigos);
     app.require_subcommand(1);
     declararComunes(app, opciones);

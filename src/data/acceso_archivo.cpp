@@ -54,7 +54,7 @@ void bloquear(const CapaDatos& capa, std::string_view ruta, platform::Archivo& a
               platform::Rango rango) {
     if (!capa.gMultiusuario || archivo.bloquear(rango, TipoBloqueo::exclusivo)) return;
     throw ErrorArchivo(platform::error_archivo::permisoDenegado, std::string(ruta),
-                       "another program holds the company file");
+                       "otro programa tiene ocupado el archivo de la empresa");
 }
 
 void avisarAbandono(const CapaDatos& capa, const ErrorArchivo& error) {
@@ -100,7 +100,7 @@ void conTurnoEnTabla(CapaDatos& capa, std::string_view ruta, const std::function
     for (int intento = 1; !abierta->bloquear(turno, TipoBloqueo::exclusivo, reintentos.espera); ++intento) {
         if (intento < reintentos.intentos) continue;
         throw ErrorArchivo(platform::error_archivo::permisoDenegado, std::string(ruta),
-                           "another program is at the table");
+                           "otro programa trabaja en la tabla");
     }
     paso();  // the turn ends with the handle
 }

@@ -16,7 +16,7 @@ constexpr std::int64_t lugaresPorLote = 4096;
 std::int64_t clavarRegistros(const DefinicionTabla& definicion, std::int64_t lugares, const LeerBytes& leer,
                              motor::ArchivoClaves& claves, const Progreso& progreso) {
     if (lugares > std::numeric_limits<std::int32_t>::max()) {
-        throw motor::ErrorMotor("the table has more records than numbers");
+        throw motor::ErrorMotor("la tabla tiene más registros que números");
     }
     std::vector<std::string> campos(definicion.campos.size());
     motor::LoteEntradas lote(static_cast<std::size_t>(definicion.numeroClaves));

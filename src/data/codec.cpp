@@ -34,7 +34,7 @@ void ponerEn(char* destino, T valor) {
 }
 
 [[noreturn]] void noCabe(const CampoTabla& campo, std::string_view texto) {
-    throw ErrorCampo("the field " + campo.nombre + " cannot hold " + std::string(texto));
+    throw ErrorCampo("en el campo " + campo.nombre + " no cabe " + std::string(texto));
 }
 
 template <typename T>

@@ -98,7 +98,8 @@ std::string grabarCabecera(CapaDatos& capa, const std::string& pedida, const Cab
         auto ruta = NombreCabeceraLibre(capa.archivos, pedida);
         if (!crearNuevo(capa.archivos, ruta, &archivo)) {
             if (intento < intentos) continue;
-            throw ErrorArchivo(platform::error_archivo::yaExiste, ruta, ruta + ": no free name");
+            throw ErrorArchivo(platform::error_archivo::yaExiste, ruta,
+                               ruta + ": no queda ningún nombre libre");
         }
         try {
             cabecera.grabar(*archivo);

@@ -57,14 +57,14 @@ CampoTabla leerCampo(std::string_view entrada, int desplazamiento) {
 int leerCuenta(std::string_view bytes) {
     const int cuenta = NumeroDeDosCaracteres(bytes.substr(0, 2));
     if (bytes.empty() || cuenta < 1) {
-        throw ErrorDefinicion("the definition has no field");
+        throw ErrorDefinicion("la definición no tiene ningún campo");
     }
     if (cuenta > maxCamposTabla) {
-        throw ErrorDefinicion("the definition has " + std::to_string(cuenta) + " fields; " +
-                              std::to_string(maxCamposTabla) + " is the most");
+        throw ErrorDefinicion("la definición tiene " + std::to_string(cuenta) + " campos; caben " +
+                              std::to_string(maxCamposTabla));
     }
     if (bytes.size() < bytesEntrada * (static_cast<std::size_t>(cuenta) + 1)) {
-        throw ErrorDefinicion("the definition ends before its last field");
+        throw ErrorDefinicion("la definición acaba antes de su último campo");
     }
     return cuenta;
 }
@@ -85,14 +85,14 @@ void leerCampos(std::string_view bytes, DefinicionTabla& definicion) {
     definicion.gCampoDePosicion[0] = 0;  // no position
     definicion.gLongitudRegistro = desplazamiento;
     if (desplazamiento < 1) {
-        throw ErrorDefinicion("the definition's record is empty");
+        throw ErrorDefinicion("el registro de la definición está vacío");
     }
 }
 
 void leerSegmento(std::string_view entrada, DefinicionTabla& definicion) {
     const int clave = NumeroDeDosCaracteres(entrada.substr(0, 2)) - claveCero;
     if (clave < 1 || clave > maxClaves) {
-        throw ErrorDefinicion("the definition names key " + std::to_string(clave));
+        throw ErrorDefinicion("la definición nombra la clave " + std::to_string(clave));
     }
     SegmentoClave segmento;
     segmento.campo = NumeroDeDosCaracteres(entrada.substr(2, 2));
@@ -101,16 +101,16 @@ void leerSegmento(std::string_view entrada, DefinicionTabla& definicion) {
     }
     segmento.inicio = NumeroDeDosCaracteres(entrada.substr(4, 2));
     segmento.longitud = NumeroDeDosCaracteres(entrada.substr(6, 2));
-    const auto de = " in key " + std::to_string(clave) + " of the definition";
+    const auto de = " en la clave " + std::to_string(clave) + " de la definición";
     if (segmento.campo < 1 || segmento.campo > definicion.gNumeroCampos) {
-        throw ErrorDefinicion("a segment without a field" + de);
+        throw ErrorDefinicion("un segmento sin campo" + de);
     }
     if (segmento.inicio < 1 || segmento.longitud < 1) {
-        throw ErrorDefinicion("an empty segment" + de);
+        throw ErrorDefinicion("un segmento vacío" + de);
     }
     auto& segmentos = definicion.claves[static_cast<std::size_t>(clave)];
     if (segmentos.size() == maxSegmentos) {
-        throw ErrorDefinicion("more than " + std::to_string(maxSegmentos) + " segments" + de);
+        throw ErrorDefinicion("más de " + std::to_string(maxSegmentos) + " segmentos" + de);
     }
     segmentos.push_back(segmento);
     definicion.numeroClaves = std::max(definicion.numeroClaves, clave);
@@ -129,9 +129,8 @@ void leerClaves(std::string_view bytes, int ultimo, DefinicionTabla& definicion)
         }
     }
     if (definicion.longitudMayor() > static_cast<int>(motor::maxLongitud)) {
-        throw ErrorDefinicion("a key of " + std::to_string(definicion.longitudMayor()) +
-                              " characters in the definition; " + std::to_string(motor::maxLongitud) +
-                              " is the most");
+        throw ErrorDefinicion("una clave de " + std::to_string(definicion.longitudMayor()) +
+                              " caracteres en la definición; caben " + std::to_string(motor::maxLongitud));
     }
 }
 

@@ -24,13 +24,15 @@ void ponerEnVigor(CapaDatos& capa, std::string_view ruta) {
     empresa.gDirectorioEmpresa = core::SepararRuta(empresa.gArchivoEmpresa).directorio;
     exigirEmpresa(capa, empresa.gArchivoEmpresa, [&](platform::Archivo& archivo) {
         if (archivo.longitud() < CabeceraEmpresa::longitud) {
-            throw ErrorEmpresa(empresa.gArchivoEmpresa + " is no company file: it is too short");
+            throw ErrorEmpresa(empresa.gArchivoEmpresa +
+                               " no es el archivo de una empresa: es demasiado corto");
         }
         empresa.cabecera = CabeceraEmpresa::leer(archivo);
     });
     empresa.gEmpresaActual = empresa.cabecera.texto(cabecera::COMUN);
     if (empresa.gEmpresaActual.size() < 2 || core::ValEntero(empresa.gEmpresaActual) == 0) {
-        throw ErrorEmpresa(empresa.gArchivoEmpresa + " is no company file: it has no company number");
+        throw ErrorEmpresa(empresa.gArchivoEmpresa +
+                           " no es el archivo de una empresa: no tiene número de empresa");
     }
     empresa.gNiveles = nivelesDeCuentas(empresa.cabecera);
     empresa.gNivelesAnalitica =

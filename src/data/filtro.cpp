@@ -74,11 +74,11 @@ Condicion interpretarParte(std::string_view parte) {
         if (!signo) continue;
         const std::string_view valor = parte.substr(lugar + signo->longitud);
         if (signo->operador == Operador::menor && core::empiezaPor(valor, ">")) {
-            throw ErrorFiltro("the filter has no operator <>: " + std::string(parte));
+            throw ErrorFiltro("el filtro no tiene el operador <>: " + std::string(parte));
         }
         return {core::Recortar(parte.substr(0, lugar)), signo->operador, core::Recortar(valor)};
     }
-    throw ErrorFiltro("a part of the filter has no operator: " + std::string(parte));
+    throw ErrorFiltro("una parte del filtro no tiene operador: " + std::string(parte));
 }
 
 std::string_view comoTexto(std::string_view bytes) {
@@ -187,7 +187,7 @@ Filtro::Filtro(const CapaDatos& capa, const DefinicionTabla& definicion,
     std::vector<int> campos;
     for (const Condicion& condicion : condiciones) {
         const int numero = definicion.campoDeNombre(condicion.columna);
-        if (numero == 0) throw ErrorFiltro("the table has no column " + condicion.columna);
+        if (numero == 0) throw ErrorFiltro("la tabla no tiene la columna " + condicion.columna);
         Prueba prueba{definicion.campo(numero), condicion.operador, core::aAnsi(condicion.valor).bytes(), 0};
         prueba.valor.erase(prueba.valor.find_last_not_of(' ') + 1);
         const bool patron = prueba.operador == Operador::como;
@@ -195,7 +195,7 @@ Filtro::Filtro(const CapaDatos& capa, const DefinicionTabla& definicion,
             prueba.valor = fechaGuardada(capa, prueba.valor);
             const bool limite = prueba.operador != Operador::igual;
             if (limite && !prueba.valor.empty() && !esFechaGuardada(prueba.valor))
-                throw ErrorFiltro("it is no date: " + prueba.valor);
+                throw ErrorFiltro("no es una fecha: " + prueba.valor);
         }
         prueba.numero = numeroBuscado(prueba.campo, prueba.valor);
         pruebas_.push_back(std::move(prueba));

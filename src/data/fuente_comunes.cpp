@@ -19,14 +19,14 @@ Fichas leerFichas(std::string_view archivo, std::string_view utf8, std::string_v
     Fichas fichas;
     for (auto& linea : lineasFuente(archivo, utf8)) {
         if (const auto dada = linea.palabra(); dada != orden) {
-            linea.rechazar("\"" + dada + "\" is not " + std::string(orden));
+            linea.rechazar("\"" + dada + "\" no es " + std::string(orden));
         }
-        const int numero = linea.entero("the number", menor, mayor);
+        const int numero = linea.entero("el número", menor, mayor);
         if (!fichas.emplace(numero, leer(linea)).second) {
-            linea.rechazar("number " + std::to_string(numero) + " is given twice");
+            linea.rechazar("el número " + std::to_string(numero) + " está dos veces");
         }
     }
-    if (fichas.empty()) throw ErrorFuente(archivo, 0, "there is no " + std::string(orden));
+    if (fichas.empty()) throw ErrorFuente(archivo, 0, "no hay ningún dato " + std::string(orden));
     return fichas;
 }
 
@@ -46,29 +46,29 @@ std::string leerMoneda(LineaFuente& linea) {
     fila.abreviatura = linea.palabra();
     const bool letras = std::ranges::all_of(fila.abreviatura, [](char c) { return c >= 'A' && c <= 'Z'; });
     if (!letras || fila.abreviatura.size() != anchoAbreviatura) {
-        linea.rechazar("an abbreviation is three capital letters, not \"" + fila.abreviatura + "\"");
+        linea.rechazar("una abreviatura son tres letras mayúsculas, no \"" + fila.abreviatura + "\"");
     }
-    fila.decimales = linea.entero("the number of decimals", 0, mayorDecimales);
+    fila.decimales = linea.entero("el número de decimales", 0, mayorDecimales);
     fila.decimalesEnVigor = fila.decimales;
-    fila.cambio = linea.decimal("the rate");
-    if (fila.cambio <= 0) linea.rechazar("the rate must be above 0");
-    fila.nombre = linea.texto("the name", anchoNombre);
+    fila.cambio = linea.decimal("el cambio");
+    if (fila.cambio <= 0) linea.rechazar("el cambio ha de ser mayor que 0");
+    fila.nombre = linea.texto("el nombre", anchoNombre);
     return componerMoneda(fila);
 }
 
 float porcentaje(LineaFuente& linea, std::string_view que) {
     constexpr double mayor = 100;
     const double valor = linea.decimal(que);
-    if (valor < 0 || valor > mayor) linea.rechazar(std::string(que) + " must lie between 0 and 100");
+    if (valor < 0 || valor > mayor) linea.rechazar(std::string(que) + " ha de estar entre 0 y 100");
     return static_cast<float>(valor);
 }
 
 std::string leerTipo(LineaFuente& linea) {
     constexpr std::size_t anchoDescripcion = 21;
     TipoIva tipo;
-    tipo.Cuota = porcentaje(linea, "the tax");
-    tipo.Recargo = porcentaje(linea, "the surcharge");
-    tipo.Descripción = linea.texto("the name", anchoDescripcion);
+    tipo.Cuota = porcentaje(linea, "la cuota");
+    tipo.Recargo = porcentaje(linea, "el recargo");
+    tipo.Descripción = linea.texto("el nombre", anchoDescripcion);
     return componerTipoIva(tipo);
 }
 

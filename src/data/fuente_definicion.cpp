@@ -29,7 +29,7 @@ const Clase& claseDe(const LineaFuente& linea, std::string_view nombre) {
     for (const auto& clase : clases) {
         if (clase.nombre == nombre) return clase;
     }
-    linea.rechazar("\"" + std::string(nombre) + "\" is no kind of field");
+    linea.rechazar("\"" + std::string(nombre) + "\" no es una clase de campo");
 }
 
 class Lectura {
@@ -48,37 +48,37 @@ class Lectura {
             } else if (orden == "clave") {
                 leerClave(linea);
             } else {
-                linea.rechazar("\"" + orden + "\" is none of titulo, campo, campos, clave");
+                linea.rechazar("\"" + orden + "\" no es titulo, campo, campos ni clave");
             }
         }
-        if (definicion_.titulo.empty()) throw ErrorFuente(archivo_, 0, "titulo is missing");
-        if (definicion_.gNumeroCampos == 0) throw ErrorFuente(archivo_, 0, "there is no field");
+        if (definicion_.titulo.empty()) throw ErrorFuente(archivo_, 0, "falta el titulo");
+        if (definicion_.gNumeroCampos == 0) throw ErrorFuente(archivo_, 0, "no hay ningún campo");
         // Offsets and positions as every reader of the file finds them.
         return interpretarDefinicion(componerDefinicion(definicion_));
     }
 
   private:
     void leerTitulo(LineaFuente& linea) {
-        if (!definicion_.titulo.empty()) linea.rechazar("a second titulo");
-        definicion_.titulo = linea.texto("titulo", mayorTitulo);
+        if (!definicion_.titulo.empty()) linea.rechazar("otro titulo");
+        definicion_.titulo = linea.texto("el titulo", mayorTitulo);
     }
 
     void leerCampo(LineaFuente& linea) {
         CampoTabla campo;
-        campo.posicion = linea.entero("the position", 1, mayorNumero);
+        campo.posicion = linea.entero("la posición", 1, mayorNumero);
         const auto& clase = claseDe(linea, linea.palabra());
         campo.tipo = clase.tipo;
-        campo.ancho = &clase == clases.data() ? linea.entero("the width", 1, mayorNumero) : clase.ancho;
+        campo.ancho = &clase == clases.data() ? linea.entero("el ancho", 1, mayorNumero) : clase.ancho;
         campo.forma = formaDeTipo(campo.tipo);
-        campo.nombre = linea.texto("the title", mayorTitulo);
+        campo.nombre = linea.texto("el título", mayorTitulo);
         if (definicion_.campoDeNombre(campo.nombre) != 0) {
-            linea.rechazar("the title " + campo.nombre + " is given twice");
+            linea.rechazar("el título " + campo.nombre + " está dos veces");
         }
         if (definicion_.campoDePosicion(campo.posicion) != 0) {
-            linea.rechazar("position " + std::to_string(campo.posicion) + " is given twice");
+            linea.rechazar("la posición " + std::to_string(campo.posicion) + " está dos veces");
         }
         if (definicion_.gNumeroCampos == maxCamposTabla) {
-            linea.rechazar("more than " + std::to_string(maxCamposTabla) + " fields");
+            linea.rechazar("más de " + std::to_string(maxCamposTabla) + " campos");
         }
         ++definicion_.gNumeroCampos;
         definicion_.gCampoDePosicion.at(static_cast<std::size_t>(campo.posicion)) =
@@ -87,11 +87,11 @@ class Lectura {
     }
 
     void leerCampos(LineaFuente& linea) {
-        if (linea.palabra() != "de") linea.rechazar("not of the form campos de FILE");
-        if (definicion_.gNumeroCampos != 0) linea.rechazar("campos de stands before every other field");
-        const auto nombre = linea.texto("the file", std::string::npos);
+        if (linea.palabra() != "de") linea.rechazar("no es de la forma campos de ARCHIVO");
+        if (definicion_.gNumeroCampos != 0) linea.rechazar("campos de va antes de cualquier otro campo");
+        const auto nombre = linea.texto("el archivo", std::string::npos);
         const LectorFuente ninguna = [&](std::string_view) -> std::string {
-            linea.rechazar(nombre + " takes its own fields from another source");
+            linea.rechazar(nombre + " toma sus campos de otra fuente");
         };
         const auto tomada = leerFuenteDefinicion(nombre, otra_(nombre), ninguna);
         definicion_.campos = tomada.campos;
@@ -100,21 +100,21 @@ class Lectura {
     }
 
     void leerClave(LineaFuente& linea) {
-        const int clave = linea.entero("the key", 1, maxClaves);
+        const int clave = linea.entero("la clave", 1, maxClaves);
         if (clave != definicion_.numeroClaves + 1) {
-            linea.rechazar("key " + std::to_string(definicion_.numeroClaves + 1) + " is expected here");
+            linea.rechazar("aquí va la clave " + std::to_string(definicion_.numeroClaves + 1));
         }
         auto& segmentos = definicion_.claves.at(static_cast<std::size_t>(clave));
         for (auto texto = linea.palabra(); !texto.empty(); texto = linea.palabra()) {
             if (segmentos.size() == maxSegmentos) {
-                linea.rechazar("more than " + std::to_string(maxSegmentos) + " segments");
+                linea.rechazar("más de " + std::to_string(maxSegmentos) + " segmentos");
             }
             segmentos.push_back(segmento(linea, texto));
         }
-        if (segmentos.empty()) linea.rechazar("a key without segments");
+        if (segmentos.empty()) linea.rechazar("una clave sin segmentos");
         definicion_.numeroClaves = clave;
         if (definicion_.longitudClave(clave) > static_cast<int>(motor::maxLongitud)) {
-            linea.rechazar("a key of more than " + std::to_string(motor::maxLongitud) + " characters");
+            linea.rechazar("una clave de más de " + std::to_string(motor::maxLongitud) + " caracteres");
         }
     }
 
@@ -123,22 +123,22 @@ class Lectura {
         const auto abre = texto.find('(');
         const auto coma = texto.find(',', std::min(abre, texto.size()));
         if (coma == std::string::npos || texto.back() != ')') {
-            linea.rechazar("\"" + texto + "\" is not of the form position(first,characters)");
+            linea.rechazar("\"" + texto + "\" no es de la forma posición(primero,caracteres)");
         }
         const auto parte = [&](std::size_t desde, std::size_t hasta, std::string_view que, int mayor) {
             return LineaFuente(archivo_, linea.numero(), texto.substr(desde, hasta - desde))
                 .entero(que, 1, mayor);
         };
-        const int posicion = parte(0, abre, "the position", mayorNumero);
+        const int posicion = parte(0, abre, "la posición", mayorNumero);
         const int numero = definicion_.campoDePosicion(posicion);
-        if (numero == 0) linea.rechazar("no field stands at position " + std::to_string(posicion));
+        if (numero == 0) linea.rechazar("no hay ningún campo en la posición " + std::to_string(posicion));
         const auto& campo = definicion_.campo(numero);
         if (campo.forma != FormaCampo::texto && campo.forma != FormaCampo::fecha) {
-            linea.rechazar(campo.nombre + " is a number: its text varies in length");
+            linea.rechazar(campo.nombre + " es un número: su texto no tiene un largo fijo");
         }
-        SegmentoClave segmento{numero, parte(abre + 1, coma, "the first character", campo.ancho), 0};
+        SegmentoClave segmento{numero, parte(abre + 1, coma, "el primer carácter", campo.ancho), 0};
         segmento.longitud =
-            parte(coma + 1, texto.size() - 1, "the number of characters", campo.ancho - segmento.inicio + 1);
+            parte(coma + 1, texto.size() - 1, "el número de caracteres", campo.ancho - segmento.inicio + 1);
         return segmento;
     }
 

@@ -56,8 +56,8 @@ int LineaFuente::entero(std::string_view que, int menor, int mayor) {
     const auto leida = palabra();
     int numero = 0;
     if (!esNumero(leida, numero) || numero < menor || numero > mayor) {
-        rechazar(std::string(que) + " must be a number from " + std::to_string(menor) + " to " +
-                 std::to_string(mayor) + ", not \"" + leida + "\"");
+        rechazar(std::string(que) + " ha de ser un número de " + std::to_string(menor) + " a " +
+                 std::to_string(mayor) + ", no \"" + leida + "\"");
     }
     return numero;
 }
@@ -66,24 +66,24 @@ double LineaFuente::decimal(std::string_view que) {
     const auto leida = palabra();
     double numero = 0;
     if (!esNumero(leida, numero) || !std::isfinite(numero)) {
-        rechazar(std::string(que) + " must be a number, not \"" + leida + "\"");
+        rechazar(std::string(que) + " ha de ser un número, no \"" + leida + "\"");
     }
     return numero;
 }
 
 std::string LineaFuente::texto(std::string_view que, std::size_t mayor) {
-    if (resto_.empty()) rechazar(std::string(que) + " is missing");
+    if (resto_.empty()) rechazar("falta " + std::string(que));
     if (!cabeEnPagina(resto_)) {
-        rechazar(std::string(que) + " has a character without a place in Windows-1252");
+        rechazar(std::string(que) + " tiene un carácter sin sitio en Windows-1252");
     }
     if (core::longitudTexto(resto_) > mayor) {
-        rechazar(std::string(que) + " has more than " + std::to_string(mayor) + " characters");
+        rechazar(std::string(que) + " tiene más de " + std::to_string(mayor) + " caracteres");
     }
     return std::exchange(resto_, {});
 }
 
 void LineaFuente::fin() const {
-    if (!resto_.empty()) rechazar("\"" + resto_ + "\" is too much");
+    if (!resto_.empty()) rechazar("sobra \"" + resto_ + "\"");
 }
 
 std::vector<LineaFuente> lineasFuente(std::string_view archivo, std::string_view utf8) {

@@ -31,12 +31,12 @@ bool esCodigo(std::string_view codigo) {
 
 void leerCuenta(LineaFuente& linea, const std::string& codigo, CuentasLeidas& leidas) {
     if (!esCodigo(codigo)) {
-        linea.rechazar("\"" + codigo + "\" is no account of one to four digits, or of ten");
+        linea.rechazar("\"" + codigo + "\" no es una cuenta de una a cuatro cifras, ni de diez");
     }
     const int nivel = codigo.size() == digitosSubcuenta ? 0 : static_cast<int>(codigo.size());
-    const CuentaPlan cuenta{codigo, linea.texto("the title", mayorTitulo), nivel};
+    const CuentaPlan cuenta{codigo, linea.texto("el título", mayorTitulo), nivel};
     if (!leidas.try_emplace(codigo, CuentaLeida{cuenta, linea}).second) {
-        linea.rechazar("the account " + codigo + " is given twice");
+        linea.rechazar("la cuenta " + codigo + " está dos veces");
     }
 }
 
@@ -48,10 +48,10 @@ void leerCuentas(std::string_view archivo, std::string_view utf8, const LectorFu
             leerCuenta(linea, palabra, leidas);
             continue;
         }
-        if (linea.palabra() != "de") linea.rechazar("not of the form cuentas de FILE");
-        const std::string nombre = linea.texto("the file", std::string::npos);
+        if (linea.palabra() != "de") linea.rechazar("no es de la forma cuentas de ARCHIVO");
+        const std::string nombre = linea.texto("el archivo", std::string::npos);
         const LectorFuente ninguna = [&](std::string_view) -> std::string {
-            linea.rechazar(nombre + " takes its own accounts from another source");
+            linea.rechazar(nombre + " toma sus cuentas de otra fuente");
         };
         leerCuentas(nombre, otra(nombre), ninguna, leidas);
     }
@@ -61,7 +61,7 @@ void exigirMayores(const CuentasLeidas& leidas) {
     for (const auto& [codigo, leida] : leidas) {
         for (std::size_t nivel = 1; nivel < std::min(codigo.size(), mayorNivel + 1); ++nivel) {
             if (!leidas.contains(codigo.substr(0, nivel))) {
-                leida.linea.rechazar(codigo + " lacks its parent " + codigo.substr(0, nivel));
+                leida.linea.rechazar(codigo + ": falta su mayor " + codigo.substr(0, nivel));
             }
         }
     }
@@ -73,7 +73,7 @@ std::vector<CuentaPlan> leerFuentePlan(std::string_view archivo, std::string_vie
                                        const LectorFuente& otra) {
     CuentasLeidas leidas;
     leerCuentas(archivo, utf8, otra, leidas);
-    if (leidas.empty()) throw ErrorFuente(archivo, 0, "there is no account");
+    if (leidas.empty()) throw ErrorFuente(archivo, 0, "no hay ninguna cuenta");
     exigirMayores(leidas);
     std::vector<CuentaPlan> cuentas;
     cuentas.reserve(leidas.size());
@@ -91,7 +91,7 @@ void grabarPlan(Tablas& tablas, int tabla, const std::vector<CuentaPlan>& cuenta
         tablas.ponerTexto(tabla, posicion::analitica, "0");
         tablas.AnadirRegistro(tabla);
         if (tablas.gEstado != motor::estado::bien) {
-            throw std::runtime_error("the account " + cuenta.cuenta + " could not be stored");
+            throw std::runtime_error("no se ha podido grabar la cuenta " + cuenta.cuenta);
         }
     }
 }

@@ -14,7 +14,7 @@ struct Cierre {
 };
 
 void exigir(int resultado) {
-    if (resultado != 1) throw std::runtime_error("the cryptographic library has no SHA-256");
+    if (resultado != 1) throw std::runtime_error("la biblioteca criptográfica no tiene SHA-256");
 }
 
 }  // namespace

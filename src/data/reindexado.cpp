@@ -77,7 +77,7 @@ std::unique_ptr<ArchivoClaves> construir(platform::SistemaArchivos& archivos, Ta
     auto creado = ArchivoClaves::crear(archivos, ruta, static_cast<unsigned>(def.longitudMayor()),
                                        static_cast<unsigned>(def.numeroClaves));
     if (!creado.archivo) {
-        throw motor::ErrorMotor(ruta + " could not be created, status " + std::to_string(creado.estado));
+        throw motor::ErrorMotor(ruta + ": no se ha podido crear, estado " + std::to_string(creado.estado));
     }
     const auto leer = [&](std::uint64_t posicion, std::span<std::byte> destino) {
         return tabla.leer(posicion, destino);

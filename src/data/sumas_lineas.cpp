@@ -15,7 +15,8 @@ namespace {
 const CampoTabla& campoEn(const DefinicionTabla& definicion, int posicion) {
     const int campo = definicion.campoDePosicion(posicion);
     if (campo == 0)
-        throw std::out_of_range("the lines have no field at position " + std::to_string(posicion));
+        throw std::out_of_range("los apuntes no tienen ningún campo en la posición " +
+                                std::to_string(posicion));
     return definicion.campo(campo);
 }
 

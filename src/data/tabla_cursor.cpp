@@ -44,7 +44,7 @@ void TablaCursor::Cerrar() {
 bool TablaCursor::ocupar() {
     const auto* libre =
         std::ranges::find_if(ranurasLibres, [&](int ranura) { return !tablas_.abierta(ranura); });
-    if (libre == ranurasLibres.end()) throw ErrorCursor("no slot is left for a cursor on " + nombre_);
+    if (libre == ranurasLibres.end()) throw ErrorCursor("no queda lugar para un cursor en " + nombre_);
     if (!tablas_.AbrirTabla(*libre, nombre_, 1, directorio_, sufijo_)) return false;
     ranura_ = *libre;
     archivo_ = tablas_.ranura(ranura_).archivo.get();
@@ -61,8 +61,8 @@ bool TablaCursor::esSuya() const {
 }
 
 void TablaCursor::asegurarAbierta() {
-    if (ranura_ < 0) throw ErrorCursor("the cursor is not open");
-    if (!esSuya() && !ocupar()) throw ErrorCursor("the table " + nombre_ + " could not be opened again");
+    if (ranura_ < 0) throw ErrorCursor("el cursor no está abierto");
+    if (!esSuya() && !ocupar()) throw ErrorCursor("no se ha podido volver a abrir la tabla " + nombre_);
 }
 
 void TablaCursor::Filtrar(std::string_view texto) {

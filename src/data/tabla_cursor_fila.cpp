@@ -78,7 +78,7 @@ double TablaCursor::LeerNumero(int posicion, int indice) {
 std::string TablaCursor::LeerCampoPorNombre(std::string_view columna) {
     asegurarAbierta();
     const int campo = tablas_.definicion(ranura_).campoDeNombre(columna);
-    if (campo == 0) throw ErrorFiltro("the table has no column " + std::string(columna));
+    if (campo == 0) throw ErrorFiltro("la tabla no tiene la columna " + std::string(columna));
     return textoDe(campo);
 }
 
@@ -96,9 +96,9 @@ void TablaCursor::Nuevo() {
 
 void TablaCursor::Editar() {
     asegurarAbierta();
-    if (registro_ == 0) throw ErrorCursor("there is no row to be changed");
+    if (registro_ == 0) throw ErrorCursor("no hay ninguna fila que cambiar");
     escritos_.clear();
-    if (!cargar(registro_)) throw ErrorCursor("record " + std::to_string(registro_) + " is gone");
+    if (!cargar(registro_)) throw ErrorCursor("el registro " + std::to_string(registro_) + " ya no está");
     cambio_ = Cambio::edicion;
 }
 
@@ -113,14 +113,14 @@ void TablaCursor::EscribirCampo(int posicion, int indice, double valor) {
 }
 
 void TablaCursor::escribir(int campo, const std::string& bytes) {
-    if (cambio_ == Cambio::ninguno) throw ErrorCursor("no change of a row has been started");
+    if (cambio_ == Cambio::ninguno) throw ErrorCursor("no se ha empezado a cambiar ninguna fila");
     ajustarCampo(tablas_.definicion(ranura_).campo(campo), bytes, campos_.at(indiceDe(campo)));
     if (std::ranges::find(escritos_, campo) == escritos_.end()) escritos_.push_back(campo);
 }
 
 void TablaCursor::Actualizar() {
     asegurarAbierta();
-    if (cambio_ == Cambio::ninguno) throw ErrorCursor("no change of a row has been started");
+    if (cambio_ == Cambio::ninguno) throw ErrorCursor("no se ha empezado a cambiar ninguna fila");
     tablas_.gEstado = motor::estado::bien;
     if (cambio_ == Cambio::alta) {
         anadir();
@@ -152,7 +152,7 @@ void TablaCursor::cambiar() {
     const FilaBloqueada bloqueo(capa_, tablas_, ranura_, registro_);
     // As it is now, with the changes of others that are not overwritten here.
     if (tablas_.LeerRegistro(ranura_, registro_) != EstadoRegistro::vivo) {
-        throw ErrorCursor("record " + std::to_string(registro_) + " is gone");
+        throw ErrorCursor("el registro " + std::to_string(registro_) + " ya no está");
     }
     std::vector<std::string> nuevos = tablas_.ranura(ranura_).gCampos;
     for (const int campo : escritos_)
@@ -189,7 +189,7 @@ void TablaCursor::grabarFila(const std::vector<std::string>& nuevos) {
 
 void TablaCursor::Borrar() {
     asegurarAbierta();
-    if (registro_ == 0) throw ErrorCursor("there is no row to be removed");
+    if (registro_ == 0) throw ErrorCursor("no hay ninguna fila que borrar");
     const std::int32_t borrado = registro_;
     {
         const FilaBloqueada bloqueo(capa_, tablas_, ranura_, borrado);

@@ -58,7 +58,7 @@ std::shared_ptr<const DefinicionTabla> definicionDeTabla(platform::SistemaArchiv
                                                          std::string_view rutaDatos) {
     const core::PartesRuta partes = core::SepararRuta(rutaDatos);
     if (partes.nombre.size() < letrasDeNombre || !core::igualSinCaja(partes.extension, "QZD")) {
-        throw ErrorDefinicion(std::string(rutaDatos) + " is not the name of a table (ABCDEnn.QZD)");
+        throw ErrorDefinicion(std::string(rutaDatos) + " no es el nombre de una tabla (ABCDEnn.QZD)");
     }
     const std::string nombre = core::Mayusculas(partes.nombre.substr(0, letrasDeNombre));
     return CacheDefiniciones(archivos).leer(core::conSeparadorFinal(directorio) + nombre + ".QZA");

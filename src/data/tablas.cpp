@@ -74,14 +74,14 @@ void Tablas::cerrarRanura(int tabla) {
 
 const DefinicionTabla& Tablas::definicion(int tabla) const {
     const auto& definicion = ranura(tabla).definicion;
-    if (!definicion) throw std::out_of_range("table " + std::to_string(tabla) + " has no definition");
+    if (!definicion) throw std::out_of_range("la tabla " + std::to_string(tabla) + " no tiene definición");
     return *definicion;
 }
 
 int Tablas::gCampoDePosicion(int tabla, int posicion) const {
     const int campo = definicion(tabla).campoDePosicion(posicion);
     if (campo > 0) return campo;
-    throw std::out_of_range("the table " + ranura(tabla).gNombreTabla + " has no position " +
+    throw std::out_of_range("la tabla " + ranura(tabla).gNombreTabla + " no tiene la posición " +
                             std::to_string(posicion));
 }
 
@@ -123,7 +123,7 @@ Ranura& Tablas::abiertaOError(int tabla) {
     Ranura& ranura = ranuraDe(tabla);
     if (ranura.archivo) return ranura;
     throw platform::ErrorArchivo(porCerrada, ranura.rutaDatos,
-                                 "table " + std::to_string(tabla) + " is not open");
+                                 "la tabla " + std::to_string(tabla) + " no está abierta");
 }
 
 void Tablas::caja(std::string texto, core::Icono icono) const {

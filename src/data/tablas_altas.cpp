@@ -29,7 +29,7 @@ void Tablas::tomarInsercion(Ranura& ranura, TipoBloqueo tipo,
         if (cerrojo->tomado()) return;
         cerrojo.reset();
         throw ErrorArchivo(platform::error_archivo::permisoDenegado, ranura.rutaDatos,
-                           "another program inserts or makes the keys anew");
+                           "otro programa inserta o rehace las claves");
     });
 }
 

@@ -33,7 +33,7 @@ void esperarRango(Archivo& archivo, Rango rango, TipoBloqueo tipo, std::chrono::
 }
 
 std::uint64_t exigirNumero(std::int32_t registro) {
-    if (registro < 1) throw std::out_of_range("there is no record " + std::to_string(registro));
+    if (registro < 1) throw std::out_of_range("no hay ningún registro " + std::to_string(registro));
     return static_cast<std::uint64_t>(registro);
 }
 
@@ -142,7 +142,8 @@ double Tablas::LeerCampoDoble(int tabla, std::int32_t registro, int campo) {
 
 void Tablas::escribirCampoDoble(int tabla, std::int32_t registro, int campo, double valor) {
     if (campoDe(tabla, campo).bytes != sizeof(double)) {
-        throw std::invalid_argument("the field " + campoDe(tabla, campo).nombre + " holds no double");
+        throw std::invalid_argument("el campo " + campoDe(tabla, campo).nombre +
+                                    " no guarda un número doble");
     }
     escribirBytes(abiertaOError(tabla), rangoDe(tabla, registro, campo).desde, DobleATexto(valor));
 }
@@ -188,7 +189,7 @@ void Tablas::BloquearRegistro(int tabla, std::int32_t registro, int desde, int h
     insistir(*ranura.archivo, rango, TipoBloqueo::exclusivo, [&] {
         if (ranura.archivo->bloquear(rango, TipoBloqueo::exclusivo)) return;
         throw ErrorArchivo(platform::error_archivo::permisoDenegado, ranura.rutaDatos,
-                           "another program holds record " + std::to_string(registro));
+                           "otro programa tiene ocupado el registro " + std::to_string(registro));
     });
 }
 

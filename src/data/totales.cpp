@@ -100,7 +100,7 @@ std::optional<ColumnaPeriodo> Totales::columnaDe(int lineas) {
     const auto columna =
         columnaDeLinea(tipo, tablas_.texto(lineas, linea::diario), tablas_.texto(lineas, linea::fecha));
     if (!columna) {
-        capa_.avisar("a line of " + tablas_.TituloTabla(lineas) + " is neither debit nor credit: " + tipo);
+        capa_.avisar("un apunte de " + tablas_.TituloTabla(lineas) + " no es debe ni haber: " + tipo);
     }
     return columna;
 }
@@ -237,7 +237,7 @@ std::int64_t Totales::contadorLibre(std::int64_t numero) {
         }
         numero = mayor + 1;
     }
-    if (numero > contadorMayor) throw std::overflow_error("no number is left for an analytic line");
+    if (numero > contadorMayor) throw std::overflow_error("no queda ningún número para un apunte analítico");
     return numero;
 }
 

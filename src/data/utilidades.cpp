@@ -76,13 +76,14 @@ std::string DesenmascararClave(const core::TextoAnsi& guardada) {
 
 core::TextoAnsi EnmascararClave(std::string_view clave) {
     const auto llana = core::aAnsi(clave);
-    if (llana.longitud() > 4) throw std::invalid_argument("a company password has at most four characters");
+    if (llana.longitud() > 4)
+        throw std::invalid_argument("la clave de una empresa tiene cuatro caracteres como mucho");
     if (llana.longitud() == 0) return core::TextoAnsi("    ");
     std::string guardada;
     for (const char c : llana.bytes()) {
         const auto codigo = static_cast<unsigned char>(c);
         if (codigo == 0 || codigo == sinPareja) {
-            throw std::invalid_argument("a character of the password has no stored form");
+            throw std::invalid_argument("la clave tiene un carácter que no se puede guardar");
         }
         guardada += static_cast<char>(cambiarPareja(codigo));
     }

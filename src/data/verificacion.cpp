@@ -327,7 +327,7 @@ Verificacion verificarTabla(platform::SistemaArchivos& archivos, TablaSuelta& ta
     const motor::CerrojoInsercion cerrojo(tabla.archivo(), TipoBloqueo::compartido, esperaDeInsercion);
     if (!cerrojo.tomado()) {
         throw ErrorArchivo(platform::error_archivo::permisoDenegado, tabla.rutaDatos(),
-                           "another program makes the keys anew");
+                           "otro programa rehace las claves");
     }
     return Cotejo(tabla, alDiscrepar, progreso).hacer(archivos, rutaClaves);
 }

@@ -34,7 +34,7 @@ void abrirCursor(Sesion& sesion, data::TablaCursor& cursor, int tabla) {
 
 void abrirCursor(data::TablaCursor& cursor, const std::string& ruta) {
     if (cursor.Abrir(ruta)) return;
-    throw platform::ErrorArchivo(platform::error_archivo::ruta, ruta, "the table could not be opened");
+    throw platform::ErrorArchivo(platform::error_archivo::ruta, ruta, "no se ha podido abrir la tabla");
 }
 
 void exigirClaves(const data::Tablas& tablas) {

@@ -174,7 +174,7 @@ void CriterioCaja::hacerAsiento(const Cobro& cobro) {
     // Without the entry its tax is not due.
     if (!grabacion.entera()) {
         throw platform::ErrorArchivo(platform::error_archivo::dispositivo, sesion_.empresa.gArchivoEmpresa,
-                                     "the entry of the collection could not be stored");
+                                     "no se ha podido grabar el asiento del cobro");
     }
 }
 

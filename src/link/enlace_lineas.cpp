@@ -12,8 +12,7 @@ namespace {
 
 std::uint8_t comoByte(int numero, const char* campo) {
     if (numero < 0 || numero > std::numeric_limits<std::uint8_t>::max()) {
-        throw std::overflow_error(std::string(campo) +
-                                  " is a number from 0 to 255: " + std::to_string(numero));
+        throw std::overflow_error(std::string(campo) + " es un número de 0 a 255: " + std::to_string(numero));
     }
     return static_cast<std::uint8_t>(numero);
 }

@@ -37,7 +37,7 @@ TablasAbiertas::TablasAbiertas(Sesion& sesion) : sesion_(sesion) {
     if (sesion.contexto.tablas().AbrirTablasEmpresa()) return;
     pasandoErrores(sesion.contexto.datos, "CerrarArchivos", [&] { sesion.CerrarArchivos(false); });
     throw platform::ErrorArchivo(platform::error_archivo::ruta, sesion.empresa.gDirectorioEmpresa,
-                                 "the tables of the company could not be opened");
+                                 "no se han podido abrir las tablas de la empresa");
 }
 
 TablasAbiertas::~TablasAbiertas() {

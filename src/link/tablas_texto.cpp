@@ -31,7 +31,8 @@ void exigirNombreTabla(std::string_view tabla) {
         return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
     });
     if (!deNombre) {
-        throw platform::ErrorArchivo(platform::error_archivo::noExiste, nombre, "there is no such table");
+        throw platform::ErrorArchivo(platform::error_archivo::noExiste, nombre,
+                                     "no hay ninguna tabla con ese nombre");
     }
 }
 
@@ -78,7 +79,8 @@ std::string TablasTexto::Util_LeerDatos(std::string_view tabla, std::string_view
     const std::string ruta = data::rutaDeTabla(sesion_.contexto.datos, core::Recortar(tabla));
     // A table that the company does not have is not made by looking at it.
     if (!sesion_.contexto.datos.archivos.estado(ruta))
-        throw platform::ErrorArchivo(platform::error_archivo::noExiste, ruta, "there is no such table");
+        throw platform::ErrorArchivo(platform::error_archivo::noExiste, ruta,
+                                     "no hay ninguna tabla con ese nombre");
     data::TablaCursor cursor(sesion_.contexto.datos, sesion_.contexto.tablas());
     abrirCursor(cursor, ruta);
     const std::string columna = core::Recortar(campo);

@@ -192,7 +192,7 @@ void ArchivoClaves::refrescar() {
     leerExacto(lugarCabezas, cabezas.data(), cabezas.size());
     const auto nueva = masNueva(cabezas);
     if (!nueva || nueva->archivo != cabecera_.archivo || nueva->sello < cabecera_.sello) {
-        throw Danno("the key file's heads are damaged");
+        throw Danno("las cabeceras del archivo de claves están dañadas");
     }
     cabecera_ = *nueva;
     const unsigned otra = 1 - cabecera_.lugar();
@@ -206,7 +206,7 @@ void ArchivoClaves::cargarLibres() {
     const std::size_t cuantos = bytesDeHuecos(cabecera_);
     leerExacto(posicionDeNucleo(cabecera_.lugar()) - cuantos, bytes.data(), cuantos);
     auto huecos = descifrarHuecos(cabecera_, bytes.data());
-    if (!huecos) throw Danno("the key file's free pages are damaged");
+    if (!huecos) throw Danno("las páginas libres del archivo de claves están dañadas");
     libres_.poner(std::move(*huecos));
     libresDe_ = cabecera_.sello;
 }
@@ -260,7 +260,7 @@ void ArchivoClaves::cargarVecinas(const Hijo& hijo) {
 
 const Pagina& ArchivoClaves::cargarPagina(const Hijo& hijo, unsigned clave, unsigned nivel) {
     if (hijo.pagina < primeraPagina || hijo.pagina >= cabecera_.marca) {
-        throw Danno("a page lies outside the key file");
+        throw Danno("una página está fuera del archivo de claves");
     }
     if (nivel > 0 && nivel != nivelLibres && hijo.sello == cabecera_.sello) {
         cargarVecinas(hijo);
@@ -278,7 +278,7 @@ const Pagina& ArchivoClaves::cargarPagina(const Hijo& hijo, unsigned clave, unsi
     const bool buscada = vista.sello() == hijo.sello && vista.nivel() == nivel && vista.clave() == clave;
     if (!buscada || !paginaSana(datos, hijo.pagina)) {
         cache_.olvidar(hijo.pagina);
-        throw Danno("page " + std::to_string(hijo.pagina) + " of the key file is damaged");
+        throw Danno("la página " + std::to_string(hijo.pagina) + " del archivo de claves está dañada");
     }
     return copia;
 }

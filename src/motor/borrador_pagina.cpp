@@ -39,7 +39,7 @@ void BorradorPagina::reemplazar(unsigned desde, unsigned quita, const Octeto* po
                                 unsigned bloque) {
     const unsigned usados = vista().usados();
     if (desde + quita > vista().finEntradas() || usados + bytes - quita > 2 * bytesPagina) {
-        throw Danno("a page's entries do not fit each other");
+        throw Danno("las entradas de una página no casan entre sí");
     }
     Octeto* const sitio = datos_.data() + desde;
     std::memmove(sitio + bytes, sitio + quita, usados - desde - quita);
@@ -245,7 +245,7 @@ void BorradorPagina::partir(BorradorPagina& derecha, bool alFinal, Clave& separa
         derecha.anadir(clave, hijo, iniciaBloque || primeraDerecha);
     }
     const bool caben = izquierda.cabe() && derecha.cabe() && derecha.vista().entradas() > 0;
-    if (!caben) throw Danno("a page's entries do not fit each other");
+    if (!caben) throw Danno("las entradas de una página no casan entre sí");
     if (v.nivel() == 0) acortarSeparador(ultimaIzquierda, separador);
     std::memcpy(datos_.data(), izquierda.datos_.data(), izquierda.vista().usados());
 }

@@ -16,11 +16,11 @@ void meter(Escritura& escritura, unsigned numeroClave, std::vector<EntradaNueva>
     EdicionArbol edicion(escritura, numeroClave);
     Clave clave;
     for (const EntradaNueva& una : entradas) {
-        if (una.texto.size() > escritura.ancho()) throw ErrorMotor("a key text is too long");
+        if (una.texto.size() > escritura.ancho()) throw ErrorMotor("un texto de clave es demasiado largo");
         clave.poner(una.texto, escritura.ancho(), una.registro);
         if (!edicion.insertar(clave)) {
-            throw ErrorMotor("key " + std::to_string(numeroClave) + " has record " +
-                             std::to_string(una.registro) + " already");
+            throw ErrorMotor("la clave " + std::to_string(numeroClave) + " ya tiene el registro " +
+                             std::to_string(una.registro));
         }
     }
 }
@@ -28,7 +28,8 @@ void meter(Escritura& escritura, unsigned numeroClave, std::vector<EntradaNueva>
 }  // namespace
 
 void cargarLote(ArchivoClaves& archivo, LoteEntradas& lote, std::uint32_t contador) {
-    if (lote.size() != archivo.cabecera().claves) throw ErrorMotor("not as many keys as the file has");
+    if (lote.size() != archivo.cabecera().claves)
+        throw ErrorMotor("no son tantas claves como tiene el archivo");
     try {
         escribir(archivo, [&](Escritura& escritura) {
             for (unsigned i = 0; i < lote.size(); ++i)

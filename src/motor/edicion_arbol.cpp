@@ -125,7 +125,8 @@ void EdicionArbol::partir(unsigned paso, bool alFinal) {
 }
 
 void EdicionArbol::alzarRaiz(const Clave& separador, const Hijo& derecha) {
-    if (raiz_.altura >= maxAltura) throw Danno("a key's tree is higher than its entries explain");
+    if (raiz_.altura >= maxAltura)
+        throw Danno("el árbol de una clave es más alto de lo que piden sus entradas");
     borrador_.vaciar(raiz_.altura, clave_);
     Clave ninguna;
     ninguna.poner("", ancho_, 0);

@@ -37,7 +37,7 @@ Escritura::Escritura(ArchivoClaves& archivo, const std::function<void()>& mientr
         una.clear();
     sucias_.clear();
     liberadas_.clear();
-    if (archivo.fallida_) throw ErrorMotor("the key file is damaged or failed while it was written");
+    if (archivo.fallida_) throw ErrorMotor("el archivo de claves está dañado o falló mientras se escribía");
     archivo.refrescar();
     archivo.cargarLibres();
     archivo.cache_.recortar();
@@ -133,13 +133,13 @@ void Escritura::conseguir(std::uint32_t cuantas, Para para) {
     const std::size_t antes = suya.size();
     libres_.tomarSueltas(cuantas, para, suya);
     if (suya.size() < antes + cuantas) {
-        throw Danno("the key file's list of free pages is shorter than it says");
+        throw Danno("la lista de páginas libres del archivo de claves es más corta de lo que dice");
     }
 }
 
 std::uint32_t Escritura::alargar(std::uint32_t cuantas) {
     if (nueva_.marca > std::numeric_limits<std::uint32_t>::max() - cuantas) {
-        throw ErrorMotor("the key file is full");
+        throw ErrorMotor("el archivo de claves está lleno");
     }
     const std::uint32_t primera = nueva_.marca;
     nueva_.marca += cuantas;
@@ -151,7 +151,7 @@ void Escritura::sacarDeLista() {
     std::uint64_t total = 0;
     for (const Tramo& tramo : lista.tramos)
         total += tramo.cuantas;
-    if (total == 0 || total > nueva_.enLista) throw Danno("a list of free pages is damaged");
+    if (total == 0 || total > nueva_.enLista) throw Danno("una lista de páginas libres está dañada");
     liberadas_.push_back({nueva_.lista.pagina, 1});
     nueva_.lista = lista.siguiente;
     nueva_.enLista -= static_cast<std::uint32_t>(total);

@@ -7,7 +7,7 @@ namespace tarvoline::motor {
 ListaLibres leerLista(const Pagina& pagina) {
     const Octeto* const datos = pagina.datos.data();
     const std::size_t cuantos = leerEntero<std::uint16_t>(datos + 16);
-    if (cuantos > maxTramosLista) throw Danno("a list of free pages is damaged");
+    if (cuantos > maxTramosLista) throw Danno("una lista de páginas libres está dañada");
     ListaLibres lista;
     lista.siguiente = {leerEntero<std::uint32_t>(datos + bytesEncabezado),
                        leerEntero<Sello>(datos + bytesEncabezado + 4)};

@@ -289,7 +289,7 @@ std::int16_t MotorIndexados::insertar(std::int32_t& registro) {
         [&](Escritura& escritura) {
             Cabecera& cabecera = escritura.cabecera();
             if (cabecera.contador >= mayorRegistro)
-                throw ErrorMotor("the table has given all record numbers");
+                throw ErrorMotor("la tabla ha dado ya todos los números de registro");
             const std::uint32_t numero = ++cabecera.contador;
             preverUnaDeCada(escritura);
             Clave clave;

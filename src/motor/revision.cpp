@@ -26,8 +26,8 @@ class Recorrido {
             hayAnterior_ = false;
             entradas_ = 0;
             if (raiz.altura > 0) bajar(raiz.hijo, clave, raiz.altura - 1U, nullptr, nullptr);
-            exigir(entradas_ == raiz.entradas, "key " + std::to_string(clave) + " counts " +
-                                                   std::to_string(raiz.entradas) + " entries and has " +
+            exigir(entradas_ == raiz.entradas, "la clave " + std::to_string(clave) + " cuenta " +
+                                                   std::to_string(raiz.entradas) + " entradas y tiene " +
                                                    std::to_string(entradas_));
         }
         revisarLibres(cabecera);
@@ -41,7 +41,7 @@ class Recorrido {
 
     // A page is seen once, be it in use or free.
     void apuntar(std::uint32_t pagina, std::uint64_t& cuenta) {
-        exigir(vistas_.insert(pagina).second, "page " + std::to_string(pagina) + " is met twice");
+        exigir(vistas_.insert(pagina).second, "la página " + std::to_string(pagina) + " está dos veces");
         ++cuenta;
     }
 
@@ -65,7 +65,7 @@ class Recorrido {
                                 (hasta == nullptr || menor(esta, *hasta, ancho_));
             const bool primera = contadas == 0;
             exigir(dentro || (nivel > 0 && primera),
-                   "page " + std::to_string(hijo.pagina) + ": an entry lies outside the page's bounds");
+                   "la página " + std::to_string(hijo.pagina) + " tiene una entrada fuera de sus límites");
             if (nivel == 0) {
                 visitar(clave, esta);
             } else {
@@ -74,12 +74,13 @@ class Recorrido {
             }
             lugar = detras;
         }
-        exigir(contadas == v.entradas(), "page " + std::to_string(hijo.pagina) + " counts its entries wrong");
+        exigir(contadas == v.entradas(),
+               "la página " + std::to_string(hijo.pagina) + " cuenta mal sus entradas");
     }
 
     void visitar(unsigned clave, const Clave& esta) {
         exigir(!hayAnterior_ || menor(anterior_, esta, ancho_),
-               "key " + std::to_string(clave) + " is out of order");
+               "la clave " + std::to_string(clave) + " está desordenada");
         anterior_ = esta;
         hayAnterior_ = true;
         ++entradas_;
@@ -99,14 +100,14 @@ class Recorrido {
             }
             lista = leida.siguiente;
         }
-        exigir(enLista == cabecera.enLista, "the list of free pages counts them wrong");
+        exigir(enLista == cabecera.enLista, "la lista de páginas libres las cuenta mal");
         exigir(vistas_.size() == cabecera.marca - primeraPagina,
-               std::to_string(cabecera.marca - primeraPagina - vistas_.size()) + " pages are lost");
+               "páginas perdidas: " + std::to_string(cabecera.marca - primeraPagina - vistas_.size()));
     }
 
     void apuntarTramo(const Tramo& tramo, std::uint32_t marca) {
         exigir(tramo.pagina >= primeraPagina && tramo.pagina < marca && tramo.cuantas <= marca - tramo.pagina,
-               "a free page lies outside the file");
+               "una página libre está fuera del archivo");
         for (std::uint32_t i = 0; i < tramo.cuantas && revision_.fallo.empty(); ++i)
             apuntar(tramo.pagina + i, revision_.paginasLibres);
     }

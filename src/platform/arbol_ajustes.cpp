@@ -49,7 +49,7 @@ class ArbolArchivo final : public ArbolAjustes {
     // Overwrites the value where it stands: a rename without bringing the file to the device first could
     // leave an empty file after a power failure, and bringing it there costs more than sending a piece.
     void grabarLigero(const ClaveAjuste& donde, std::string_view valor) override {
-        if (soloLectura_) throw ErrorAjustes(ruta_ + ": read only");
+        if (soloLectura_) throw ErrorAjustes(ruta_ + ": es de solo lectura");
         const std::lock_guard turno(mutex_);
         comoAjustes([&] {
             archivos_.crearDirectorios(carpetaDe(ruta_), 0700);
@@ -110,7 +110,7 @@ class ArbolArchivo final : public ArbolAjustes {
 
     template <typename Cambio>
     void cambiar(Cambio&& cambio) {
-        if (soloLectura_) throw ErrorAjustes(ruta_ + ": read only");
+        if (soloLectura_) throw ErrorAjustes(ruta_ + ": es de solo lectura");
         const std::lock_guard turno(mutex_);
         comoAjustes([&] {
             archivos_.crearDirectorios(carpetaDe(ruta_), 0700);
@@ -123,7 +123,7 @@ class ArbolArchivo final : public ArbolAjustes {
     std::unique_ptr<Archivo> tomarCerrojo() {
         auto cerrojo = archivos_.abrir(ruta_ + ".bloqueo", Apertura::crear, Comparticion::libre, 0600);
         if (!cerrojo->bloquear(todoElArchivo, TipoBloqueo::exclusivo, esperaMaxima)) {
-            throw ErrorAjustes(ruta_ + ": locked by another process");
+            throw ErrorAjustes(ruta_ + ": otro proceso lo tiene bloqueado");
         }
         return cerrojo;
     }

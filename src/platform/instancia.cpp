@@ -54,7 +54,7 @@ std::unique_ptr<MarcaInstancia> crearMarcaInstancia(SistemaArchivos& archivos, c
     archivos.crearDirectorios(carpetaDe(ruta), 0700);
     auto archivo = archivos.abrir(ruta, Apertura::crear, Comparticion::libre, 0600);
     if (!archivo->bloquear(presencia, TipoBloqueo::compartido, esperaMaxima)) {
-        throw ErrorArchivo(error_archivo::permisoDenegado, ruta, ruta + ": held by another process");
+        throw ErrorArchivo(error_archivo::permisoDenegado, ruta, ruta + ": otro proceso lo tiene ocupado");
     }
     return std::make_unique<MarcaEnArchivo>(std::move(archivo));
 }

@@ -7,6 +7,7 @@
 #include <iostream>
 #include <thread>
 
+#include "core/linea_ordenes.h"
 #include "core/registro_spdlog.h"
 #include "platform/senales.h"
 #include "server/mandato_usuario.h"
@@ -21,14 +22,16 @@ constexpr int malaLinea = 2;
 
 void declarar(CLI::App& programa, server::OpcionesServicio& opciones) {
     programa.add_option("--raiz", opciones.raiz, "carpeta de los datos del servicio");
-    programa.add_option("--puerto", opciones.puerto, "puerto; 0 = uno libre cualquiera")
-        ->check(CLI::Range(0, 65535));
+    programa.add_option("--puerto", opciones.puerto, "puerto, de 0 a 65535; 0 = uno libre cualquiera")
+        ->check(CLI::Range(0, 65535).description(""));
     programa.add_option("--direccion", opciones.direccion, "dirección en la que escucha")
         ->capture_default_str();
     programa.add_option("--certificado", opciones.certificado, "cadena de certificados (PEM)");
     programa.add_option("--clave-certificado", opciones.claveCertificado, "clave del certificado (PEM)");
-    programa.add_option("--puerto-tls", opciones.puertoTls, "puerto de las llamadas cifradas; 0 = uno libre")
-        ->check(CLI::Range(0, 65535));
+    programa
+        .add_option("--puerto-tls", opciones.puertoTls,
+                    "puerto de las llamadas cifradas, de 0 a 65535; 0 = uno libre")
+        ->check(CLI::Range(0, 65535).description(""));
     programa.add_flag("--sin-cifrar", opciones.sinCifrar, "escuchar en la red sin certificado");
 }
 
@@ -77,6 +80,7 @@ int correr(int argc, char** argv) {
     server::OpcionesServicio opciones;
     server::MandatoUsuario mandato;
     CLI::App programa("Servicio de copias de Tarvoline", "tarvoline-servicio");
+    core::hablarEspanol(programa);
     declarar(programa, opciones);
     const CLI::App* const usuario = declarar(programa, mandato);
     try {

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "core/ajustes.h"
+#include "core/linea_ordenes.h"
 #include "core/texto.h"
 #include "platform/arbol_ajustes.h"
 #include "platform/archivos.h"
@@ -55,7 +56,7 @@ class Almacenes {
     void advertir() {
         for (auto* arbol : {usuario_.get(), maquina_.get()}) {
             for (const std::string& linea : arbol->lineasOmitidas()) {
-                std::cerr << "tarvoline-ajustes: not understood: " << linea << '\n';
+                std::cerr << "tarvoline-ajustes: no se entiende: " << linea << '\n';
             }
         }
     }
@@ -175,6 +176,7 @@ int ejecutar(const Orden& orden) {
 
 int correr(int argc, char** argv) {
     CLI::App programa("Ajustes de Tarvoline y de los programas contables", "tarvoline-ajustes");
+    core::hablarEspanol(programa);
     programa.footer(codigos);
     programa.require_subcommand(1);
     Orden orden;

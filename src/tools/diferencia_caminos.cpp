@@ -25,7 +25,7 @@ std::vector<Excepcion> leerCaminos(std::string_view markdown) {
     constexpr std::size_t celdas = 6;  // the four, and what stands before and behind them
     const auto desde = markdown.find(comienzo), hasta = markdown.find(fin);
     if (desde == std::string_view::npos || hasta == std::string_view::npos || hasta < desde)
-        throw std::runtime_error("there is no table of what the roads carry");
+        throw std::runtime_error("no está la tabla de lo que lleva cada camino");
     std::vector<Excepcion> excepciones;
     int fila = 0;
     for (const auto& linea : core::Partir(markdown.substr(desde, hasta - desde), "\n")) {

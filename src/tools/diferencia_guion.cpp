@@ -226,11 +226,11 @@ std::vector<Llamada> interpretarGuion(std::string_view utf8) {
         partes.erase(partes.begin());
         const auto suyo = miembros().find(nombre);
         const auto rehusar = [&](const char* por) {
-            std::string motivo = "line " + std::to_string(linea);
+            std::string motivo = "línea " + std::to_string(linea);
             throw ErrorGuion(motivo.append(": ").append(por).append(" ").append(nombre));
         };
-        if (suyo == miembros().end()) rehusar("there is no member");
-        if (partes.size() > suyo->second.maximo) rehusar("too many arguments for");
+        if (suyo == miembros().end()) rehusar("no hay ningún miembro");
+        if (partes.size() > suyo->second.maximo) rehusar("demasiados argumentos para");
         guion.push_back({linea, nombre, std::move(partes)});
     }
     return guion;

@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "core/carpetas.h"
+#include "core/linea_ordenes.h"
 #include "core/texto.h"
 #include "platform/reloj.h"
 #include "tarvoline/enlace.h"
@@ -116,7 +117,8 @@ void declararOpciones(CLI::App& programa, Encargo& encargo) {
                         "Carpeta adjunta [\"Documentación\" junto a la carpeta]");
     programa.add_option("--semilla", encargo.semilla, "Semilla; con la misma salen los mismos registros")
         ->capture_default_str();
-    programa.add_option("--anio", encargo.anio, "Año contable [este año]")->check(CLI::Range(2000, 2059));
+    programa.add_option("--anio", encargo.anio, "Año contable, de 2000 a 2059 [este año]")
+        ->check(CLI::Range(2000, 2059).description(""));
     programa.add_option("--operaciones", encargo.operaciones, "Compras y ventas; les siguen cobros y pagos")
         ->capture_default_str();
     programa.add_option("--terceros", encargo.terceros, "Clientes y proveedores")->capture_default_str();
@@ -130,8 +132,11 @@ void declararOpciones(CLI::App& programa, Encargo& encargo) {
         ->capture_default_str();
 }
 
+constexpr int malaLinea = 2;
+
 int correr(int argc, char** argv) {
-    CLI::App programa("Crea en disco una empresa de demostración");
+    CLI::App programa("Crea en disco una empresa de demostración", "tarvoline-demo");
+    core::hablarEspanol(programa);
     Encargo encargo;
     declararOpciones(programa, encargo);
     std::string una, otra;
@@ -139,9 +144,13 @@ int correr(int argc, char** argv) {
         programa.add_subcommand("comparar", "Compara dos empresas, asiento por asiento; 0: iguales");
     comparacion->add_option("UNA", una, "Archivo de una empresa (.QZT)")->required();
     comparacion->add_option("OTRA", otra, "Archivo de la otra")->required();
-    CLI11_PARSE(programa, argc, argv);
+    try {
+        programa.parse(argc, argv);
+        if (!*comparacion && encargo.carpeta.empty()) throw CLI::RequiredError("--carpeta");
+    } catch (const CLI::ParseError& error) {
+        return programa.exit(error) == 0 ? 0 : malaLinea;
+    }
     if (*comparacion) return comparar(una, otra);
-    if (encargo.carpeta.empty()) throw CLI::RequiredError("--carpeta");
     if (encargo.anio == 0) encargo.anio = platform::crearReloj()->local().anio;
     if (encargo.adjuntos.empty()) {
         const auto carpeta = core::SepararRuta(core::conSeparadorFinal(encargo.carpeta)).directorio;

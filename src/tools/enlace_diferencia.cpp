@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "core/carpetas.h"
+#include "core/linea_ordenes.h"
 #include "data/capa_datos.h"
 #include "tarvoline/enlace.h"
 #include "tools/diferencia_caminos.h"
@@ -96,7 +97,7 @@ void abrir(Camino& primero, Camino& segundo, const Encargo& encargo) {
         return;
     }
     segundo.enlace.Login(encargo.usuario, encargo.clave, encargo.servicio);
-    if (!segundo.enlace.ModoRemoto()) throw std::runtime_error("the service did not let the user in");
+    if (!segundo.enlace.ModoRemoto()) throw std::runtime_error("el servicio no ha dejado entrar al usuario");
     if (!encargo.carpeta.empty()) segundo.enlace.Carpeta(encargo.carpeta);
     segundo.enlace.AbrirEmpresa(encargo.empresa);
 }
@@ -133,12 +134,20 @@ void declararOpciones(CLI::App& programa, Encargo& encargo) {
                       "Después del guion, todos los libros (sin guion, siempre)");
 }
 
+constexpr int fallo = 2;
+
 int correr(int argc, char** argv) {
-    CLI::App programa("Compara dos caminos a una empresa, llamada por llamada; 0: sin diferencias");
+    CLI::App programa("Compara dos caminos a una empresa, llamada por llamada; 0: sin diferencias",
+                      "enlace-diferencia");
+    core::hablarEspanol(programa);
     Encargo encargo;
     declararOpciones(programa, encargo);
-    CLI11_PARSE(programa, argc, argv);
-    if (encargo.otra.empty() == encargo.servicio.empty()) throw CLI::RequiredError("--otra or --servicio");
+    try {
+        programa.parse(argc, argv);
+        if (encargo.otra.empty() && encargo.servicio.empty()) throw CLI::RequiredError("--otra o --servicio");
+    } catch (const CLI::ParseError& error) {
+        return programa.exit(error) == 0 ? 0 : fallo;
+    }
     return ejecutar(encargo);
 }
 
@@ -148,7 +157,6 @@ int main(int argc, char** argv) {
     try {
         return correr(argc, argv);
     } catch (const std::exception& error) {
-        constexpr int fallo = 2;
         std::cerr << "enlace-diferencia: " << error.what() << '\n';
         return fallo;
     }

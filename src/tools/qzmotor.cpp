@@ -5,6 +5,7 @@
 #include <iostream>
 #include <string>
 
+#include "core/linea_ordenes.h"
 #include "motor/motor_indexados.h"
 
 namespace {
@@ -68,6 +69,7 @@ int atender(bool sincronizar) {
 
 int correr(int argc, char** argv) {
     CLI::App programa("Motor de archivos de claves, a mano: una orden por línea en la entrada", "qzmotor");
+    core::hablarEspanol(programa);
     programa.footer(ayuda);
     bool sincronizar = false;
     programa.add_flag("--sincronizar", sincronizar, "Al cerrar espera a que las claves estén en el disco");

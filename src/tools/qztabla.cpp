@@ -3,10 +3,13 @@
 
 #include <iostream>
 
+#include "core/linea_ordenes.h"
+
 int main(int argc, char** argv) {
     using namespace tarvoline;
     namespace salida = tools::salida;
     CLI::App programa("Tablas de una empresa, a mano", "qztabla");
+    core::hablarEspanol(programa);
     programa.footer("Salida: 0 hecho, 1 fallo, 2 argumentos malos; otras, en la ayuda de cada orden.");
     programa.require_subcommand(1);
     tools::TareaTabla tarea;

@@ -28,7 +28,7 @@ struct Destino {
     explicit Destino(const std::string& ruta) : partes(core::SepararRuta(ruta)) {
         const bool suyo = core::igualSinCaja(core::Mid(partes.nombre, 1, tabla.size()), tabla) &&
                           partes.nombre.size() == largoNombre && core::igualSinCaja(partes.extension, "QZD");
-        if (!suyo) throw std::runtime_error(ruta + ": a plan is named PLANCnn.QZD");
+        if (!suyo) throw std::runtime_error(ruta + ": un plan se llama PLANCnn.QZD");
     }
     std::string conExtension(std::string_view extension) const {
         return partes.directorio + partes.nombre + std::string(extension);
@@ -62,7 +62,7 @@ void grabar(platform::SistemaArchivos& archivos, const Destino& destino,
     data::Tablas tablas(capa);
     const auto sufijo = destino.sufijoNuevo();
     if (!tablas.AbrirTabla(data::tabla::planc, tabla, 1, destino.partes.directorio, sufijo)) {
-        throw std::runtime_error(destino.nuevo(extensionDatos) + " could not be opened");
+        throw std::runtime_error("no se ha podido abrir " + destino.nuevo(extensionDatos));
     }
     data::grabarPlan(tablas, data::tabla::planc, cuentas);
     tablas.CerrarTodo();

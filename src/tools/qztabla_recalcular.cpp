@@ -59,8 +59,12 @@ int ensenar(data::CapaDatos& capa, LineaProgreso& linea) {
     const auto totales = data::verificarTotales(capa, linea.comoFuncion());
     linea.borrar();
     imprimirCambios(totales.diferencias);
+    if (totales.cuentasFueraDelPlan > 0) {
+        std::cerr << "qztabla: cuentas con apuntes fuera del plan, que no se suman: "
+                  << totales.cuentasFueraDelPlan << '\n';
+    }
     if (totales.diferencias.empty()) return salida::hecho;
-    std::cerr << "qztabla: nothing was written; --aplicar writes it\n";
+    std::cerr << "qztabla: no se ha escrito nada; --aplicar lo escribe\n";
     return salida::fallo;
 }
 
@@ -75,21 +79,21 @@ int aplicar(data::CapaDatos& capa, LineaProgreso& linea) {
         case Recalculo::Fin::hecho:
             return salida::hecho;
         case Recalculo::Fin::enUso:
-            std::cerr << "qztabla: the company is in use by another program, or may not be written; nothing "
-                         "was changed\n";
+            std::cerr << "qztabla: otro programa usa la empresa, o no se puede escribir en ella; no se ha "
+                         "cambiado nada\n";
             return salida::enUso;
         case Recalculo::Fin::clavesMalas:
-            std::cerr
-                << "qztabla: " << resultado.tabla
-                << ": the keys disagree with the records; key the table anew first (qztabla reindexar)\n";
+            std::cerr << "qztabla: " << resultado.tabla
+                      << ": las claves no concuerdan con los registros; antes hay que rehacerlas (qztabla "
+                         "reindexar)\n";
             return salida::fallo;
         case Recalculo::Fin::importesMalos:
             imprimirCambios(resultado.cambios);
-            std::cerr << "qztabla: there are lines without an amount; nothing was changed\n";
+            std::cerr << "qztabla: hay apuntes sin importe; no se ha cambiado nada\n";
             return salida::fallo;
         case Recalculo::Fin::aMedias:
-            std::cerr << "qztabla: not everything could be changed: " << resultado.cambios.size()
-                      << " differ still\n";
+            std::cerr << "qztabla: no se ha podido cambiar todo; quedan por cambiar: "
+                      << resultado.cambios.size() << '\n';
             return salida::fallo;
     }
     return salida::fallo;

@@ -56,13 +56,14 @@ int reindexar(const TablaPedida& pedida) {
     linea.borrar();
     switch (hecho.fin) {
         case Fin::enUso:
-            return quejarse(pedida.ruta + " is in use by another program; nothing was changed",
-                            salida::enUso);
+            return quejarse(pedida.ruta + ": otro programa la usa; no se ha cambiado nada", salida::enUso);
         case Fin::sinClaves:
-            return quejarse(pedida.ruta + " has no keys by its definition", salida::fallo);
+            return quejarse(pedida.ruta + ": su definición no tiene claves", salida::fallo);
         case Fin::ajeno:
-            return quejarse(data::rutaClavesDe(pedida.ruta) + " is of another format; nothing was changed",
-                            salida::fallo);
+            return quejarse(
+                data::rutaClavesDe(pedida.ruta) +
+                    " tiene otro formato; no se ha cambiado nada. Si es el de esta tabla, apártelo y repita",
+                salida::fallo);
         case Fin::hecho:
             break;
     }

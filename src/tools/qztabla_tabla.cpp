@@ -64,7 +64,7 @@ void imprimir(const data::Verificacion& v, std::ostream& salida) {
 
 void terminarSalida() {
     std::cout.flush();
-    if (!std::cout) throw std::runtime_error("the output could not be written");
+    if (!std::cout) throw std::runtime_error("no se ha podido escribir la salida");
 }
 
 }  // namespace tarvoline::tools

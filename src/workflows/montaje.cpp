@@ -71,7 +71,7 @@ void CaminosFlujos::QuitarAccesoInicio() {
 }
 
 void CaminosFlujos::CrearVentana() {
-    throw std::runtime_error("this program was built without its window");
+    throw std::runtime_error("este programa se ha construido sin su ventana");
 }
 
 void CaminosFlujos::MostrarVentana() {

@@ -46,7 +46,7 @@ class Recorrido {
         UltimoBloque bloque;
         while (true) {
             if (inflate(&estado_, Z_BLOCK) != Z_OK || (estado_.data_type & enFrontera) == 0) {
-                throw std::logic_error("a compressed piece does not read back");
+                throw std::logic_error("un trozo comprimido no se vuelve a leer igual");
             }
             const std::uint64_t leidos = flujo.size() - estado_.avail_in;
             const std::uint64_t bit = leidos * 8 - static_cast<std::uint64_t>(estado_.data_type & 7);
@@ -77,7 +77,7 @@ std::span<const std::byte> Deflactor::comprimir(std::span<std::byte> datos, bool
     if (salida_.size() < cota + cierre) salida_.resize(cota + cierre);
     std::size_t longitud =
         libdeflate_deflate_compress(compresor_.get(), datos.data(), datos.size(), salida_.data(), cota);
-    if (longitud == 0) throw std::logic_error("a piece outgrew the compressor's own bound");
+    if (longitud == 0) throw std::logic_error("un trozo ha pasado del límite del propio compresor");
     if (!ultima) longitud = abrirFinal(longitud, datos);
     return std::span(salida_).first(longitud);
 }

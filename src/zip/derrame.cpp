@@ -48,7 +48,7 @@ std::uint64_t Derrame::agregar(std::span<const std::byte> datos) {
 void Derrame::leer(std::uint64_t posicion, std::span<std::byte> destino) {
     const std::lock_guard cerrojo(mutex_);
     if (temporal_->archivo().leer(posicion, destino) != destino.size()) {
-        throw ErrorArchivo(error_archivo::dispositivo, junto_, "a temporary file lost its end");
+        throw ErrorArchivo(error_archivo::dispositivo, junto_, "un archivo temporal ha perdido su final");
     }
 }
 

@@ -103,7 +103,7 @@ TEST(Claves, LoQueNoSePuedeResponder) {
     m.carpeta.escribir("programa/AJENA.QZA",
                        ficheroDefinicion("A", {{"A", 0, 4, 1}}, {}) + "I1:00105" + std::string(25, ' '));
     m.pedir(100, "AJENA");  // field 100
-    EXPECT_EQ(m.vistas.textos(), "a segment without a field in key 1 of the definition\n");
+    EXPECT_EQ(m.vistas.textos(), "un segmento sin campo en la clave 1 de la definición\n");
     EXPECT_EQ(m.pedir(1), (Respuesta{1, "\\260309000001"}));  // the keys of before
     std::int16_t codigo = 0;
     std::string texto = "something";

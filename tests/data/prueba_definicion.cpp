@@ -118,7 +118,7 @@ TEST(Definicion, LeeClaves) {
 
 TEST(Definicion, ElUltimoCampoPuedeSerTambienClave) {
     auto bytes = cabecera("01") + entrada("I1010800TITULO", "07");  // width 8, type 0; key 1, field 1
-    EXPECT_EQ(motivo(bytes), "an empty segment in key 1 of the definition");
+    EXPECT_EQ(motivo(bytes), "un segmento vacío en la clave 1 de la definición");
     bytes.replace(33 + 6, 2, "09");
     const auto definicion = interpretarDefinicion(bytes);
     EXPECT_EQ(definicion.campo(1).bytes, 8);
@@ -145,7 +145,7 @@ TEST(Definicion, NoventaYOchoCampos) {
     const auto definicion = interpretarDefinicion(cabecera("98") + campos);
     EXPECT_EQ(definicion.gLongitudRegistro, 98 * 500);
     EXPECT_EQ(definicion.campoDePosicion(98), 98);
-    EXPECT_EQ(motivo(cabecera("99") + campos), "the definition has 99 fields; 98 is the most");
+    EXPECT_EQ(motivo(cabecera("99") + campos), "la definición tiene 99 campos; caben 98");
 }
 
 TEST(Definicion, RechazaLoDanado) {
@@ -153,25 +153,25 @@ TEST(Definicion, RechazaLoDanado) {
         return cabecera("03") + tresCampos + entrada(std::string(clave));
     };
     const std::pair<std::string, const char*> casos[] = {
-        {"", "no field"},
-        {"0", "no field"},
-        {cabecera("  ") + tresCampos, "no field"},
-        {cabecera("\xff\xff") + tresCampos, "2277 fields"},
-        {cabecera("04") + tresCampos, "before its last field"},
-        {(cabecera("03") + tresCampos).substr(0, 131), "before its last field"},
-        {"03", "before its last field"},
-        {cabecera("01") + campo("00", "00", "NADA", "01"), "record is empty"},
-        {conClave("I0010105"), "names key 0"},
-        {conClave("I;010105"), "names key 11"},
-        {conClave("I 010105"), "names key -225"},
-        {conClave("I1040105"), "without a field"},
+        {"", "ningún campo"},
+        {"0", "ningún campo"},
+        {cabecera("  ") + tresCampos, "ningún campo"},
+        {cabecera("\xff\xff") + tresCampos, "2277 campos"},
+        {cabecera("04") + tresCampos, "antes de su último campo"},
+        {(cabecera("03") + tresCampos).substr(0, 131), "antes de su último campo"},
+        {"03", "antes de su último campo"},
+        {cabecera("01") + campo("00", "00", "NADA", "01"), "registro de la definición está vacío"},
+        {conClave("I0010105"), "nombra la clave 0"},
+        {conClave("I;010105"), "nombra la clave 11"},
+        {conClave("I 010105"), "nombra la clave -225"},
+        {conClave("I1040105"), "sin campo"},
         {conClave("I1\xff\xff"
                   "0105"),
-         "without a field"},
-        {conClave("I1000105"), "without a field"},
-        {conClave("I1010005"), "empty segment"},
-        {conClave("I1010100"), "empty segment"},
-        {conClave("I10101J0"), "a key of 260 characters"},
+         "sin campo"},
+        {conClave("I1000105"), "sin campo"},
+        {conClave("I1010005"), "segmento vacío"},
+        {conClave("I1010100"), "segmento vacío"},
+        {conClave("I10101J0"), "una clave de 260 caracteres"},
     };
     for (const auto& [bytes, dicho] : casos) {
         EXPECT_NE(motivo(bytes).find(dicho), std::string::npos) << dicho << " / " << motivo(bytes);
@@ -181,7 +181,7 @@ TEST(Definicion, RechazaLoDanado) {
         seis += entrada("I2010101");
     }
     EXPECT_EQ(motivo(seis), "accepted");
-    EXPECT_NE(motivo(seis + entrada("I2010101")).find("more than 5 segments in key 2"), std::string::npos);
+    EXPECT_NE(motivo(seis + entrada("I2010101")).find("más de 5 segmentos en la clave 2"), std::string::npos);
 }
 
 // Whatever the bytes: refused, or of a shape that the tables can work with.

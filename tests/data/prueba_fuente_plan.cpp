@@ -27,24 +27,24 @@ TEST(FuentePlan, DaLasCuentasPorSuCodigo) {
 }
 
 TEST(FuentePlan, RechazaDiciendoDonde) {
-    const std::string codigoMalo = " is no account of one to four digits, or of ten";
+    const std::string codigoMalo = " no es una cuenta de una a cuatro cifras, ni de diez";
     const struct {
         std::string fuente, error;
     } casos[] = {
-        {"# nothing", "f.plan: there is no account"},
+        {"# nothing", "f.plan: no hay ninguna cuenta"},
         {"1 A\n\n1a B", "f.plan:3: \"1a\"" + codigoMalo},
         {"1 A\n12345 B", "f.plan:2: \"12345\"" + codigoMalo},
         {"12345678901 B", "f.plan:1: \"12345678901\"" + codigoMalo},
-        {"1", "f.plan:1: the title is missing"},
-        {"1 " + std::string(41, 'x'), "f.plan:1: the title has more than 40 characters"},
-        {"1 Ω", "f.plan:1: the title has a character without a place in Windows-1252"},
-        {"1 A\n1 B", "f.plan:2: the account 1 is given twice"},
-        {"cuentas de otra.plan\n57 B", "f.plan:2: the account 57 is given twice"},
-        {"57 B\ncuentas de otra.plan", "otra.plan:2: the account 57 is given twice"},
-        {"2 A\n12 B", "f.plan:2: 12 lacks its parent 1"},
-        {"1 A\n12 B\n123 C\n1234567890 D", "f.plan:4: 1234567890 lacks its parent 1234"},
-        {"cuentas otra.plan", "f.plan:1: not of the form cuentas de FILE"},
-        {"cuentas de", "f.plan:1: the file is missing"},
+        {"1", "f.plan:1: falta el título"},
+        {"1 " + std::string(41, 'x'), "f.plan:1: el título tiene más de 40 caracteres"},
+        {"1 Ω", "f.plan:1: el título tiene un carácter sin sitio en Windows-1252"},
+        {"1 A\n1 B", "f.plan:2: la cuenta 1 está dos veces"},
+        {"cuentas de otra.plan\n57 B", "f.plan:2: la cuenta 57 está dos veces"},
+        {"57 B\ncuentas de otra.plan", "otra.plan:2: la cuenta 57 está dos veces"},
+        {"2 A\n12 B", "f.plan:2: 12: falta su mayor 1"},
+        {"1 A\n12 B\n123 C\n1234567890 D", "f.plan:4: 1234567890: falta su mayor 1234"},
+        {"cuentas otra.plan", "f.plan:1: no es de la forma cuentas de ARCHIVO"},
+        {"cuentas de", "f.plan:1: falta el archivo"},
     };
     for (const auto& caso : casos) {
         try {
@@ -62,7 +62,7 @@ TEST(FuentePlan, UnaFuenteTomadaNoTomaDeOtra) {
         leida("cuentas de otra.plan", "cuentas de otra.plan");
         ADD_FAILURE() << "accepted";
     } catch (const ErrorFuente& error) {
-        EXPECT_STREQ(error.what(), "f.plan:1: otra.plan takes its own accounts from another source");
+        EXPECT_STREQ(error.what(), "f.plan:1: otra.plan toma sus cuentas de otra fuente");
     }
 }
 

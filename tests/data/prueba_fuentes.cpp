@@ -55,43 +55,43 @@ TEST(FuenteDefinicion, RechazaDiciendoDonde) {
         std::string fuente;
         const char* error;
     } casos[] = {
-        {"", "f.tabla: titulo is missing"},
-        {"titulo X", "f.tabla: there is no field"},
-        {"campo 1 fecha A", "f.tabla: titulo is missing"},
-        {"\ntitulo", "f.tabla:2: titulo is missing"},
-        {"titulo A\ntitulo B", "f.tabla:2: a second titulo"},
-        {"titulo 123456789012345678901234", "f.tabla:1: titulo has more than 23 characters"},
-        {"titulo Ω", "f.tabla:1: titulo has a character without a place in Windows-1252"},
-        {"nombre X", "f.tabla:1: \"nombre\" is none of titulo, campo, campos, clave"},
-        {"campo 0 fecha A", "f.tabla:1: the position must be a number from 1 to 789, not \"0\""},
-        {"campo 1x fecha A", "f.tabla:1: the position must be a number from 1 to 789, not \"1x\""},
-        {"campo 790 fecha A", "f.tabla:1: the position must be a number from 1 to 789, not \"790\""},
-        {"campo 1 entero A", "f.tabla:1: \"entero\" is no kind of field"},
-        {"campo 1 texto A", "f.tabla:1: the width must be a number from 1 to 789, not \"A\""},
-        {"campo 1 fecha", "f.tabla:1: the title is missing"},
-        {"campo 1 fecha A\ncampo 2 fecha a", "f.tabla:2: the title a is given twice"},
-        {"campo 1 fecha A\ncampo 1 fecha B", "f.tabla:2: position 1 is given twice"},
-        {noventaYOcho + "campo 1 fecha A", "f.tabla:99: more than 98 fields"},
-        {"campo 1 fecha A\ncampos de otra.tabla", "f.tabla:2: campos de stands before every other field"},
-        {"campos otra.tabla", "f.tabla:1: not of the form campos de FILE"},
-        {"campo 1 fecha A\nclave 2 1(1,6)", "f.tabla:2: key 1 is expected here"},
-        {"campo 1 fecha A\nclave 1", "f.tabla:2: a key without segments"},
+        {"", "f.tabla: falta el titulo"},
+        {"titulo X", "f.tabla: no hay ningún campo"},
+        {"campo 1 fecha A", "f.tabla: falta el titulo"},
+        {"\ntitulo", "f.tabla:2: falta el titulo"},
+        {"titulo A\ntitulo B", "f.tabla:2: otro titulo"},
+        {"titulo 123456789012345678901234", "f.tabla:1: el titulo tiene más de 23 caracteres"},
+        {"titulo Ω", "f.tabla:1: el titulo tiene un carácter sin sitio en Windows-1252"},
+        {"nombre X", "f.tabla:1: \"nombre\" no es titulo, campo, campos ni clave"},
+        {"campo 0 fecha A", "f.tabla:1: la posición ha de ser un número de 1 a 789, no \"0\""},
+        {"campo 1x fecha A", "f.tabla:1: la posición ha de ser un número de 1 a 789, no \"1x\""},
+        {"campo 790 fecha A", "f.tabla:1: la posición ha de ser un número de 1 a 789, no \"790\""},
+        {"campo 1 entero A", "f.tabla:1: \"entero\" no es una clase de campo"},
+        {"campo 1 texto A", "f.tabla:1: el ancho ha de ser un número de 1 a 789, no \"A\""},
+        {"campo 1 fecha", "f.tabla:1: falta el título"},
+        {"campo 1 fecha A\ncampo 2 fecha a", "f.tabla:2: el título a está dos veces"},
+        {"campo 1 fecha A\ncampo 1 fecha B", "f.tabla:2: la posición 1 está dos veces"},
+        {noventaYOcho + "campo 1 fecha A", "f.tabla:99: más de 98 campos"},
+        {"campo 1 fecha A\ncampos de otra.tabla", "f.tabla:2: campos de va antes de cualquier otro campo"},
+        {"campos otra.tabla", "f.tabla:1: no es de la forma campos de ARCHIVO"},
+        {"campo 1 fecha A\nclave 2 1(1,6)", "f.tabla:2: aquí va la clave 1"},
+        {"campo 1 fecha A\nclave 1", "f.tabla:2: una clave sin segmentos"},
         {"campo 1 fecha A\nclave 1 1(1,1) 1(1,1) 1(1,1) 1(1,1) 1(1,1) 1(1,1)",
-         "f.tabla:2: more than 5 segments"},
-        {"campo 1 fecha A\nclave 1 2(1,6)", "f.tabla:2: no field stands at position 2"},
+         "f.tabla:2: más de 5 segmentos"},
+        {"campo 1 fecha A\nclave 1 2(1,6)", "f.tabla:2: no hay ningún campo en la posición 2"},
         {"campo 1 fecha A\nclave 1 1(1,7)",
-         "f.tabla:2: the number of characters must be a number from 1 to 6, not \"7\""},
+         "f.tabla:2: el número de caracteres ha de ser un número de 1 a 6, no \"7\""},
         {"campo 1 fecha A\nclave 1 1(7,1)",
-         "f.tabla:2: the first character must be a number from 1 to 6, not \"7\""},
+         "f.tabla:2: el primer carácter ha de ser un número de 1 a 6, no \"7\""},
         {"campo 1 fecha A\nclave 1 1(2,6)",
-         "f.tabla:2: the number of characters must be a number from 1 to 5, not \"6\""},
-        {"campo 1 fecha A\nclave 1 1", "f.tabla:2: \"1\" is not of the form position(first,characters)"},
+         "f.tabla:2: el número de caracteres ha de ser un número de 1 a 5, no \"6\""},
+        {"campo 1 fecha A\nclave 1 1", "f.tabla:2: \"1\" no es de la forma posición(primero,caracteres)"},
         {"campo 1 fecha A\nclave 1 1,2(",
-         "f.tabla:2: \"1,2(\" is not of the form position(first,characters)"},
+         "f.tabla:2: \"1,2(\" no es de la forma posición(primero,caracteres)"},
         {"campo 1 fecha A\nclave 1 1(1,6",
-         "f.tabla:2: \"1(1,6\" is not of the form position(first,characters)"},
-        {"campo 1 doble A\nclave 1 1(1,6)", "f.tabla:2: A is a number: its text varies in length"},
-        {"campo 1 texto 256 A\nclave 1 1(1,256)", "f.tabla:2: a key of more than 255 characters"},
+         "f.tabla:2: \"1(1,6\" no es de la forma posición(primero,caracteres)"},
+        {"campo 1 doble A\nclave 1 1(1,6)", "f.tabla:2: A es un número: su texto no tiene un largo fijo"},
+        {"campo 1 texto 256 A\nclave 1 1(1,256)", "f.tabla:2: una clave de más de 255 caracteres"},
     };
     for (const auto& caso : casos) {
         try {
@@ -109,7 +109,7 @@ TEST(FuenteDefinicion, UnaFuenteTomadaNoTomaDeOtra) {
                              [](std::string_view) { return std::string("titulo G\ncampos de f.tabla\n"); });
         ADD_FAILURE() << "accepted";
     } catch (const ErrorFuente& error) {
-        EXPECT_STREQ(error.what(), "f.tabla:2: f.tabla takes its own fields from another source");
+        EXPECT_STREQ(error.what(), "f.tabla:2: f.tabla toma sus campos de otra fuente");
     }
 }
 
@@ -136,17 +136,17 @@ TEST(FuenteMonedas, DaLaTabla) {
 
 TEST(FuenteMonedas, RechazaDiciendoDonde) {
     const std::pair<const char*, const char*> casos[] = {
-        {"# nothing", "f: there is no moneda"},
-        {"divisa 0 EUR 2 1 EURO", "f:1: \"divisa\" is not moneda"},
-        {"moneda 10 EUR 2 1 EURO", "f:1: the number must be a number from 0 to 9, not \"10\""},
-        {"moneda 0 EU 2 1 EURO", "f:1: an abbreviation is three capital letters, not \"EU\""},
-        {"moneda 0 eur 2 1 EURO", "f:1: an abbreviation is three capital letters, not \"eur\""},
-        {"moneda 0 EUR 10 1 EURO", "f:1: the number of decimals must be a number from 0 to 9, not \"10\""},
-        {"moneda 0 EUR 2 1,5 EURO", "f:1: the rate must be a number, not \"1,5\""},
-        {"moneda 0 EUR 2 inf EURO", "f:1: the rate must be a number, not \"inf\""},
-        {"moneda 0 EUR 2 0 EURO", "f:1: the rate must be above 0"},
-        {"moneda 0 EUR 2 1", "f:1: the name is missing"},
-        {"moneda 0 EUR 2 1 EURO\nmoneda 0 PTS 0 1 X", "f:2: number 0 is given twice"}};
+        {"# nothing", "f: no hay ningún dato moneda"},
+        {"divisa 0 EUR 2 1 EURO", "f:1: \"divisa\" no es moneda"},
+        {"moneda 10 EUR 2 1 EURO", "f:1: el número ha de ser un número de 0 a 9, no \"10\""},
+        {"moneda 0 EU 2 1 EURO", "f:1: una abreviatura son tres letras mayúsculas, no \"EU\""},
+        {"moneda 0 eur 2 1 EURO", "f:1: una abreviatura son tres letras mayúsculas, no \"eur\""},
+        {"moneda 0 EUR 10 1 EURO", "f:1: el número de decimales ha de ser un número de 0 a 9, no \"10\""},
+        {"moneda 0 EUR 2 1,5 EURO", "f:1: el cambio ha de ser un número, no \"1,5\""},
+        {"moneda 0 EUR 2 inf EURO", "f:1: el cambio ha de ser un número, no \"inf\""},
+        {"moneda 0 EUR 2 0 EURO", "f:1: el cambio ha de ser mayor que 0"},
+        {"moneda 0 EUR 2 1", "f:1: falta el nombre"},
+        {"moneda 0 EUR 2 1 EURO\nmoneda 0 PTS 0 1 X", "f:2: el número 0 está dos veces"}};
     for (const auto& [fuente, error] : casos) {
         EXPECT_EQ(motivoDe(compilarMonedas, fuente), error);
     }
@@ -163,12 +163,12 @@ TEST(FuenteTiposIva, DaLosTipos) {
 
 TEST(FuenteTiposIva, RechazaDiciendoDonde) {
     const std::pair<const char*, const char*> casos[] = {
-        {"", "f: there is no tipo"},
-        {"tipo 0 21 0 IVA", "f:1: the number must be a number from 1 to 300, not \"0\""},
-        {"tipo 1 -1 0 IVA", "f:1: the tax must lie between 0 and 100"},
-        {"tipo 1 21 101 IVA", "f:1: the surcharge must lie between 0 and 100"},
-        {"tipo 1 21 IVA", "f:1: the surcharge must be a number, not \"IVA\""},
-        {"tipo 1 21 0 1234567890123456789012", "f:1: the name has more than 21 characters"}};
+        {"", "f: no hay ningún dato tipo"},
+        {"tipo 0 21 0 IVA", "f:1: el número ha de ser un número de 1 a 300, no \"0\""},
+        {"tipo 1 -1 0 IVA", "f:1: la cuota ha de estar entre 0 y 100"},
+        {"tipo 1 21 101 IVA", "f:1: el recargo ha de estar entre 0 y 100"},
+        {"tipo 1 21 IVA", "f:1: el recargo ha de ser un número, no \"IVA\""},
+        {"tipo 1 21 0 1234567890123456789012", "f:1: el nombre tiene más de 21 caracteres"}};
     for (const auto& [fuente, error] : casos) {
         EXPECT_EQ(motivoDe(compilarTiposIva, fuente), error);
     }

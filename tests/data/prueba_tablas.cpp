@@ -264,7 +264,7 @@ TEST(Tablas, DefinicionQueFalta) {
     m.carpeta.escribir("programa/CLAVE.QZA",
                        ficheroDefinicion("C", {{"A", 0, 4, 1}}, {}) + "I1:00105" + std::string(25, ' '));
     EXPECT_FALSE(m.abrir(t, 11, "CLAVE"));
-    EXPECT_EQ(m.vistas.textos(), "a segment without a field in key 1 of the definition\n");
+    EXPECT_EQ(m.vistas.textos(), "un segmento sin campo en la clave 1 de la definición\n");
     EXPECT_TRUE(m.carpeta.hay("programa/CLAVE.QZA"));
 }
 

@@ -180,7 +180,7 @@ TEST(Totales, NiDebeNiHaberNoCambiaNada) {
     for (const char* tipo : {"3", "", "0"})
         m.contabilizar("C50315", tipo, "1", 5);
     EXPECT_EQ(std::pair(m.leer("PLANC07.QZD"), m.carpeta.leer("datos/empresa.QZT")), antes);
-    EXPECT_THAT(m.avisos, HasSubstr("neither debit nor credit"));
+    EXPECT_THAT(m.avisos, HasSubstr("no es debe ni haber"));
 }
 
 TEST(Totales, CuentaQueNoHayYNivelesIguales) {

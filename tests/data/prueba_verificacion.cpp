@@ -57,7 +57,7 @@ TEST(Verificacion, UnOctetoVolteadoEnLasClaves) {
         m.tablas.CerrarTodo();
         voltear(m.rutaClaves(), std::filesystem::file_size(m.rutaClaves()) - desdeElFinal);
         const std::string claves = m.leer("EXTRA07.QZC");
-        EXPECT_THAT(m.frases(), ElementsAre(StartsWith("El archivo de claves está dañado (page ")));
+        EXPECT_THAT(m.frases(), ElementsAre(StartsWith("El archivo de claves está dañado (la página ")));
         EXPECT_TRUE(m.leer("EXTRA07.QZC") == claves) << "not even the mark of damage is written";
     }
 }

@@ -60,7 +60,7 @@ TEST_F(LecturaAsientos, LosImportesSeLeenComoSeDarian) {
     EXPECT_EQ(ultimo->Cuenta + ultimo->Diario + ultimo->Canal + ultimo->NOTAS, "7000000001B007nota larga");
     EXPECT_EQ(ultimo->Punteo, 200);
     EXPECT_TRUE(todoCerrado());
-    EXPECT_EQ(avisos, "a line of Libro Diario is neither debit nor credit: 7\n");
+    EXPECT_EQ(avisos, "un apunte de Libro Diario no es debe ni haber: 7\n");
 }
 
 TEST_F(LecturaAsientos, LibroDeFacturas) {

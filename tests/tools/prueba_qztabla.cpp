@@ -38,13 +38,26 @@ TEST_F(Qztabla, DefinirDiceDondeEstaElError) {
     carpeta.escribir("mala.tabla", "titulo MALA\ncampo 1 texto CUENTA\n");
     carpeta.escribir("MALA.QZA", "as it was");
     EXPECT_EQ(correr("definir mala.tabla MALA.QZA"), 1);
-    EXPECT_NE(salida().find("mala.tabla:2: the width must be a number"), std::string::npos) << salida();
+    EXPECT_NE(salida().find("mala.tabla:2: el ancho ha de ser un número"), std::string::npos) << salida();
     EXPECT_EQ(carpeta.leer("MALA.QZA"), "as it was");
     EXPECT_EQ(correr("definir falta.tabla MALA.QZA"), 1);
     EXPECT_EQ(correr("definir mala.tabla"), 2);
     EXPECT_EQ(correr(""), 2);
     EXPECT_EQ(correr("--help"), 0);
     EXPECT_NE(salida().find("definir"), std::string::npos);
+}
+
+TEST_F(Qztabla, UnaLineaMalEscritaDiceQueLeFalta) {
+    const std::pair<const char*, const char*> casos[] = {
+        {"", "qztabla: falta la orden\n"},
+        {"volcar", "qztabla: falta TABLA\n"},
+        {"volcar uno dos", "qztabla: sobra dos\n"},
+        {"volcar uno --definicion", "qztabla: --definicion: no lleva esa cantidad de valores\n"},
+    };
+    for (const auto& [linea, dicho] : casos) {
+        EXPECT_EQ(correr(linea), 2) << linea;
+        EXPECT_EQ(salida(), std::string(dicho) + "Con --help, la ayuda.\n");
+    }
 }
 
 TEST_F(Qztabla, Plan) {
@@ -69,11 +82,11 @@ TEST_F(Qztabla, UnPlanMaloDejaElQueHabia) {
     carpeta.escribir("malo.plan", "5 Cuentas financieras\n570 Caja\n");
     carpeta.escribir("PLANC07.QZD", "as it was");
     EXPECT_EQ(correr("plan malo.plan PLANC07.QZD"), 1);
-    EXPECT_NE(salida().find("malo.plan:2: 570 lacks its parent 57"), std::string::npos) << salida();
+    EXPECT_NE(salida().find("malo.plan:2: 570: falta su mayor 57"), std::string::npos) << salida();
     EXPECT_EQ(carpeta.leer("PLANC07.QZD"), "as it was");
     for (const auto* destino : {"PLANC07.QZC", "PLAN.QZD", "EXTRA07.QZD", "PLANC007.QZD"}) {
         EXPECT_EQ(correr(std::string("plan malo.plan ") + destino), 1) << destino;
-        EXPECT_NE(salida().find("a plan is named PLANCnn.QZD"), std::string::npos) << salida();
+        EXPECT_NE(salida().find("un plan se llama PLANCnn.QZD"), std::string::npos) << salida();
     }
 }
 
@@ -153,11 +166,11 @@ TEST_F(QztablaPlan, VerificarYReindexar) {
 TEST_F(QztablaPlan, LoQueNoSePuedeLeer) {
     EXPECT_EQ(correr("verificar PLANC08.QZD"), 3);
     EXPECT_EQ(correr("verificar PLANC07.QZC"), 3);
-    EXPECT_NE(salida().find("is not the name of a table"), std::string::npos) << salida();
+    EXPECT_NE(salida().find("no es el nombre de una tabla"), std::string::npos) << salida();
     EXPECT_EQ(correr("verificar --definicion mio.plan PLANC07.QZD"), 3);
     EXPECT_EQ(correr("verificar"), 2);
     EXPECT_EQ(correr("volcar PLANC08.QZD"), 1);
-    exigir("qztabla volcar PLANC07.QZD >/dev/full 2>error.txt; test $? = 1 && grep -q written error.txt");
+    exigir("qztabla volcar PLANC07.QZD >/dev/full 2>error.txt; test $? = 1 && grep -q escribir error.txt");
     EXPECT_EQ(correr("reindexar PLANC08.QZD"), 1);
 }
 

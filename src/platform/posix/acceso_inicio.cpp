@@ -34,7 +34,7 @@ std::string argumento(std::string_view texto) {
 std::string rutaDe(std::string_view nombre) {
     const std::string archivo = std::string(nombre) + ".desktop";
     if (nombre.empty() || nombre.find_first_of("/\\") != std::string_view::npos) {
-        throw ErrorArchivo(error_archivo::ruta, archivo, archivo + ": not a name of an entry");
+        throw ErrorArchivo(error_archivo::ruta, archivo, archivo + ": no es el nombre de una entrada");
     }
     return unirRuta(carpetaInicioSesion(), archivo);
 }
